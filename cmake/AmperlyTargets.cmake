@@ -1,0 +1,47 @@
+# How every target of this project is built: the language, the warnings, the sanitizers, each flag beside its reason.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+find_program(AMPERLY_CCACHE ccache)
+if(AMPERLY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_C_COMPILER_LAUNCHER ${AMPERLY_CCACHE})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${AMPERLY_CCACHE})
+endif()
+
+add_library(amperly_options INTERFACE)
+target_include_directories(amperly_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(amperly_options INTERFACE
+    -Wall -Wextra -Wpedantic
+    -Wconversion          # pixel maths quietly losing its fraction
+    -Wshadow              # an inner name hiding the one that was meant
+    -Wnon-virtual-dtor    # interfaces deleted through their base
+    -Werror               # a warning that may stay is a warning nobody reads
+    -ffunction-sections -fdata-sections  # what is not used is not mapped at run time
+)
+# Toolkit slots reached by name only would hide a typing error until run time.
+target_compile_definitions(amperly_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+target_link_options(amperly_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+
+if(AMPERLY_SANITIZE)
+    target_compile_options(amperly_options INTERFACE
+        -fsanitize=${AMPERLY_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(amperly_options INTERFACE -fsanitize=${AMPERLY_SANITIZE})
+endif()
+
+# amperly_library(name SOURCES ... [LINK ...]): one folder, one library, linked by folder name.
+function(amperly_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_library(amperly_${name} STATIC ${arg_SOURCES})
+    set(links "")
+    foreach(link IN LISTS arg_LINK)
+        if(link MATCHES "^[a-z_]+$")
+            list(APPEND links amperly_${link})
+        else()
+            list(APPEND links ${link})
+        endif()
+    endforeach()
+    target_link_libraries(amperly_${name} PUBLIC amperly_options ${links})
+endfunction()

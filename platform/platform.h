@@ -1,0 +1,29 @@
+// Everything that the program meets of machine and desktop, gathered for handing over. A back
+// end owns the parts; the program only borrows them.
+#pragma once
+
+#include "platform/desktop.h"
+#include "platform/login_item.h"
+#include "platform/popover_host.h"
+#include "platform/preference_store.h"
+#include "platform/registry.h"
+#include "platform/repeating_timer.h"
+#include "platform/smc_service.h"
+#include "platform/status_item.h"
+#include "platform/ui_font.h"
+
+namespace amperly {
+
+struct Platform {
+    SmcService& smcService;
+    Registry& registry;
+    PreferenceStore& preferences;
+    TimerSource& timers;
+    StatusItem& statusItem;
+    PopoverHost& popover;
+    LoginItem& loginItem;
+    Desktop& desktop;
+    UiFont& uiFont;
+};
+
+} // namespace amperly

@@ -1,0 +1,4 @@
+#include "platform/preference_value.h"
+
+namespace amperly {
+} // namespace amperly
