@@ -2,6 +2,7 @@
 // whatever way its desktop shows menus and follows every change while it is open.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
@@ -26,6 +27,11 @@ struct MenuEntry {
 
 class Menu {
 public:
+    using EntryChangeHandler = std::function<void(int index)>;
+
+    /// Names a handler that onEntryChanged() took.
+    enum class Listener : int {};
+
     /// Adds an entry at the end and returns its index, which stays valid.
     int add(MenuEntry entry);
 
@@ -35,6 +41,14 @@ public:
     void setTitle(int index, std::string title);
     void setVisible(int index, bool visible);
 
+    /// Calls `handler` with the entry's index after each change of what an entry shows. Everyone
+    /// who shows the menu listens for themselves: the desktop may hold an exported copy while
+    /// the program shows its own.
+    Listener onEntryChanged(EntryChangeHandler handler);
+
+    /// Lets a handler go. Not to be called from within a handler.
+    void stopListening(Listener listener);
+
     /// The platform calls these around showing the menu. About to open, the readings should be
     /// made fresh; the entries may change while the menu is open.
     void announceWillOpen();
@@ -42,10 +56,12 @@ public:
 
     std::function<void()> willOpen; ///< set by the menu's owner
     std::function<void()> didClose; ///< set by the menu's owner
-    std::function<void(int index)> entryChanged; ///< set by the one who shows the menu
 
 private:
+    void announceChange(int index);
+
     std::vector<MenuEntry> m_entries;
+    std::deque<EntryChangeHandler> m_listeners; ///< empty where one stopped listening
 };
 
 } // namespace amperly
