@@ -1,0 +1,23 @@
+#include "platform/simulated/fake_login_item.h"
+
+namespace amperly {
+
+LoginItem::Failure FakeLoginItem::registerItem()
+{
+    ++m_registrations;
+    if (m_failure)
+        return m_failure;
+    m_status = m_approvalRequired ? LoginItemStatus::RequiresApproval : LoginItemStatus::Enabled;
+    return std::nullopt;
+}
+
+LoginItem::Failure FakeLoginItem::unregisterItem()
+{
+    ++m_unregistrations;
+    if (m_failure)
+        return m_failure;
+    m_status = LoginItemStatus::NotRegistered;
+    return std::nullopt;
+}
+
+} // namespace amperly

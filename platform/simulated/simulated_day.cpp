@@ -1,0 +1,87 @@
+#include "platform/simulated/simulated_day.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace amperly {
+
+namespace {
+
+// The day is played in steps of a fixed length, the last begun one not at all; this is what makes
+// its state independent of how often somebody looks.
+constexpr double kStepsPerSecond = 10.0;
+
+constexpr double kMorningPercent = 62.0;
+
+struct Scene {
+    double untilSecond; ///< of the day
+    int adapterWatts; ///< 0 on battery
+    double loadWatts; ///< on average
+    double hurry; ///< seconds of the laptop in one of the day
+};
+
+constexpr std::array kScenes{
+    Scene{12, 0, 12, 300}, // on the sofa
+    Scene{22, 67, 11, 170}, // charging at the desk
+    Scene{32, 140, 58, 120}, // building something on the largest charger
+    Scene{42, 96, 14, 330}, // the last percents go in ever more slowly
+    Scene{50, 96, 13, 300}, // full and idle
+    Scene{58, 67, 92, 300}, // boosting: the battery helps the charger
+    Scene{68, 30, 9, 200}, // a small charger just manages
+    Scene{76, 20, 27, 200}, // one too weak for anything, however light the work
+    Scene{97, 0, 30, 300}, // a long way home
+    Scene{102, 0, 14, 120}, // all but empty, the machine slows down
+    Scene{120, 140, 14, 170}, // and recovers
+};
+static_assert(kScenes.back().untilSecond == SimulatedDay::kLengthSeconds);
+
+const Scene& sceneAt(double secondOfDay)
+{
+    return *std::find_if(kScenes.begin(), kScenes.end() - 1,
+        [secondOfDay](const Scene& scene) { return secondOfDay < scene.untilSecond; });
+}
+
+} // namespace
+
+SimulatedDay::SimulatedDay(SimulatedLaptop& laptop) : m_laptop(laptop)
+{
+    beginAnew();
+}
+
+void SimulatedDay::beginAnew()
+{
+    m_steps = 0;
+    m_laptop.setPercent(kMorningPercent);
+    m_laptop.unplug();
+    m_laptop.setLoad(kScenes.front().loadWatts);
+}
+
+void SimulatedDay::advanceTo(double realSeconds)
+{
+    const auto steps = static_cast<std::int64_t>(std::floor(std::max(realSeconds, 0.0) * kStepsPerSecond));
+    if (steps < m_steps)
+        beginAnew();
+    while (m_steps < steps)
+        takeStep();
+}
+
+void SimulatedDay::takeStep()
+{
+    const double second = static_cast<double>(m_steps) / kStepsPerSecond;
+    const Scene& scene = sceneAt(std::fmod(second, kLengthSeconds));
+    if (scene.adapterWatts > 0)
+        m_laptop.plugIn(AdapterWatts{scene.adapterWatts});
+    else
+        m_laptop.unplug();
+
+    // The wandering load serves as a wobble around the scene's average, a fifth of it at most.
+    constexpr double kMiddle = (WanderingLoad::kLowestWatts + WanderingLoad::kHighestOrdinaryWatts) / 2;
+    const double wobble = m_wobble.ordinaryWattsAt(second) / kMiddle - 1;
+    m_laptop.setLoad(scene.loadWatts * (1 + 0.2 * wobble));
+
+    m_laptop.advance(scene.hurry / kStepsPerSecond);
+    ++m_steps;
+}
+
+} // namespace amperly
