@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace amperly {
 namespace {
@@ -52,10 +53,23 @@ std::uint64_t powerOfTen(int exponent)
     return power;
 }
 
+// Below this, a double and its shortest writing are nearer to each other than kSureDistance.
+constexpr double kSureBelow = 1e8;
+constexpr double kSureDistance = 1e-4;
+
 } // namespace
 
 std::uint64_t roundedHalfEven(double value, int fractionDigits)
 {
+    // Power is mostly far from any half, and then binary arithmetic rounds as well as decimal.
+    if (value < kSureBelow) {
+        const double scaled = fractionDigits == 0 ? value : value * 10.0;
+        const auto whole = static_cast<std::int64_t>(scaled);
+        const double beyondHalf = scaled - static_cast<double>(whole) - 0.5;
+        if (std::abs(beyondHalf) > kSureDistance)
+            return static_cast<std::uint64_t>(whole) + (beyondHalf > 0.0 ? 1 : 0);
+    }
+
     const ShortestDecimal decimal = shortestDecimal(value);
     const int exponent = decimal.exponent + fractionDigits;
     if (exponent >= 0)

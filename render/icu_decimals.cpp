@@ -1,7 +1,5 @@
 #include "render/icu_decimals.h"
 
-#include <utility>
-
 namespace amperly {
 
 IcuDecimals::IcuDecimals(const std::string& localeId, int fractionDigits)
@@ -11,23 +9,14 @@ IcuDecimals::IcuDecimals(const std::string& localeId, int fractionDigits)
 {
 }
 
-std::optional<icu::number::FormattedNumber> IcuDecimals::anatomy(double value) const
-{
-    UErrorCode status = U_ZERO_ERROR;
-    icu::number::FormattedNumber formatted = m_formatter.formatDouble(value, status);
-    if (U_FAILURE(status))
-        return std::nullopt;
-    return formatted;
-}
-
 std::optional<std::string> IcuDecimals::text(double value) const
 {
-    const std::optional<icu::number::FormattedNumber> formatted = anatomy(value);
-    if (!formatted)
-        return std::nullopt;
     UErrorCode status = U_ZERO_ERROR;
+    const icu::number::FormattedNumber formatted = m_formatter.formatDouble(value, status);
+    if (U_FAILURE(status))
+        return std::nullopt;
     std::string utf8;
-    formatted->toTempString(status).toUTF8String(utf8);
+    formatted.toTempString(status).toUTF8String(utf8);
     if (U_FAILURE(status) || utf8.empty())
         return std::nullopt;
     return utf8;

@@ -17,9 +17,6 @@ public:
     /// Nothing when ICU fails, for example for want of its data.
     [[nodiscard]] std::optional<std::string> text(double value) const;
 
-    /// As text(), with the places of the digits and separators in it.
-    [[nodiscard]] std::optional<icu::number::FormattedNumber> anatomy(double value) const;
-
 private:
     icu::number::LocalizedNumberFormatter m_formatter;
 };

@@ -1,8 +1,15 @@
 #include "render/number_locale.h"
 
-#include <unicode/locid.h>
+#include <unicode/uloc.h>
+
+#include <array>
 
 namespace amperly {
+namespace {
+
+constexpr const char* kPlainLocale = "en_US_POSIX";
+
+}
 
 std::string userNumberLocale(const EnvironmentLookup& environment)
 {
@@ -11,7 +18,7 @@ std::string userNumberLocale(const EnvironmentLookup& environment)
         if (posixName && *posixName)
             return icuLocaleId(posixName);
     }
-    return icuLocaleId("C");
+    return kPlainLocale;
 }
 
 std::string icuLocaleId(const std::string& posixName)
@@ -19,8 +26,17 @@ std::string icuLocaleId(const std::string& posixName)
     // ICU takes "C" for an unknown language and would fall back to that of the messages.
     const std::string_view language = std::string_view{posixName}.substr(0, posixName.find_first_of(".@"));
     if (language.empty() || language == "C" || language == "POSIX")
-        return "en_US_POSIX";
-    return icu::Locale::createCanonical(posixName.c_str()).getName();
+        return kPlainLocale;
+
+    // Only the spelling changes. ICU's Locale would also replace outdated codes, for which it
+    // reads and keeps the list of all of them; looking a locale up copes with them as they are.
+    std::array<char, ULOC_FULLNAME_CAPACITY> localeId{};
+    UErrorCode status = U_ZERO_ERROR;
+    const int32_t length
+        = uloc_canonicalize(posixName.c_str(), localeId.data(), ULOC_FULLNAME_CAPACITY, &status);
+    if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING)
+        return kPlainLocale; // too long to name anything
+    return std::string(localeId.data(), static_cast<std::size_t>(length));
 }
 
 } // namespace amperly

@@ -16,7 +16,8 @@ using EnvironmentLookup = std::function<const char*(const char* name)>;
 [[nodiscard]] std::string userNumberLocale(const EnvironmentLookup& environment);
 
 /// ICU's name for a locale in the environment's spelling, such as "de_DE.UTF-8@euro". The
-/// C and POSIX locales are "en_US_POSIX"; what ICU doesn't know keeps its name.
+/// C and POSIX locales are "en_US_POSIX", and so is a name beyond ICU's limit of 156 bytes; what
+/// ICU doesn't know keeps its name.
 [[nodiscard]] std::string icuLocaleId(const std::string& posixName);
 
 } // namespace amperly

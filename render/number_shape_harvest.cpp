@@ -1,107 +1,115 @@
 #include "render/icu_decimals.h"
 #include "render/number_shape.h"
 
+#include <unicode/dcfmtsym.h>
+
 #include <string_view>
 #include <vector>
 
 namespace amperly {
 namespace {
 
-// Every digit occurs before the separator, and there are enough of them for three groups.
+// Long enough for three groups, so that the first and the second tell their sizes.
 constexpr double kSpecimen = 1234567890123.5;
 constexpr std::string_view kSpecimenDigits = "1234567890123";
+constexpr std::size_t kSpecimenFraction = 5;
 
 // Most locales group as soon as one digit stands before the first group, some wait for two or three.
 constexpr int kMostMinimumGroupingDigits = 4;
 
-struct Span {
-    int32_t begin = 0;
-    int32_t end = 0;
-};
-
-/// Where ICU put what in a number it wrote.
-struct Anatomy {
-    icu::UnicodeString text{};
-    Span integer{};
-    Span decimalSeparator{};
-    Span fraction{};
-    std::vector<Span> groupingSeparators{};
-
-    [[nodiscard]] std::optional<ShortText> piece(Span span) const
-    {
-        std::string utf8;
-        text.tempSubStringBetween(span.begin, span.end).toUTF8String(utf8);
-        return ShortText::from(utf8);
-    }
-};
-
-std::optional<Anatomy> dissect(const IcuDecimals& icuDecimals, double value)
+std::optional<ShortText> symbol(
+    const icu::DecimalFormatSymbols& symbols, icu::DecimalFormatSymbols::ENumberFormatSymbol which)
 {
-    const std::optional<icu::number::FormattedNumber> formatted = icuDecimals.anatomy(value);
-    if (!formatted)
-        return std::nullopt;
-
-    UErrorCode status = U_ZERO_ERROR;
-    Anatomy anatomy;
-    anatomy.text = formatted->toString(status);
-    icu::ConstrainedFieldPosition position;
-    position.constrainCategory(UFIELD_CATEGORY_NUMBER);
-    while (formatted->nextPosition(position, status) && U_SUCCESS(status)) {
-        const Span span{position.getStart(), position.getLimit()};
-        switch (position.getField()) {
-        case UNUM_INTEGER_FIELD:
-            anatomy.integer = span;
-            break;
-        case UNUM_DECIMAL_SEPARATOR_FIELD:
-            anatomy.decimalSeparator = span;
-            break;
-        case UNUM_FRACTION_FIELD:
-            anatomy.fraction = span;
-            break;
-        case UNUM_GROUPING_SEPARATOR_FIELD:
-            anatomy.groupingSeparators.push_back(span);
-            break;
-        default:
-            return std::nullopt; // a sign or an exponent has no place in such a number
-        }
-    }
-    if (U_FAILURE(status) || anatomy.fraction.end == 0)
-        return std::nullopt;
-    return anatomy;
+    std::string utf8;
+    symbols.getSymbol(which).toUTF8String(utf8);
+    return ShortText::from(utf8);
 }
 
-/// Fills in the ten digits and learns how many of them stand behind each grouping separator.
-bool readDigits(const Anatomy& specimen, NumberShape& shape, std::vector<int>& digitsBehind)
+/// Fills in the digits and separators.
+bool takeSymbols(const std::string& localeId, NumberShape& shape)
 {
-    auto separator = specimen.groupingSeparators.begin();
-    int32_t at = specimen.integer.begin;
-    for (std::size_t ordinal = 0; ordinal < kSpecimenDigits.size(); ++ordinal) {
-        if (separator != specimen.groupingSeparators.end() && separator->begin == at) {
-            digitsBehind.push_back(static_cast<int>(kSpecimenDigits.size() - ordinal));
-            at = separator->end;
-            ++separator;
-        }
-        const int32_t next = specimen.text.moveIndex32(at, 1);
-        const std::optional<ShortText> digit = specimen.piece({at, next});
-        if (!digit || next > specimen.integer.end)
+    using Symbols = icu::DecimalFormatSymbols;
+    // The digits after zero have numbers of their own, all in a row.
+    constexpr std::array kDigits{Symbols::kZeroDigitSymbol, Symbols::kOneDigitSymbol,
+        Symbols::kTwoDigitSymbol, Symbols::kThreeDigitSymbol, Symbols::kFourDigitSymbol,
+        Symbols::kFiveDigitSymbol, Symbols::kSixDigitSymbol, Symbols::kSevenDigitSymbol,
+        Symbols::kEightDigitSymbol, Symbols::kNineDigitSymbol};
+
+    UErrorCode status = U_ZERO_ERROR;
+    const Symbols symbols{icu::Locale{localeId.c_str()}, status};
+    if (U_FAILURE(status))
+        return false;
+    for (std::size_t digit = 0; digit < kDigits.size(); ++digit) {
+        const auto glyph = symbol(symbols, kDigits[digit]);
+        if (!glyph)
             return false;
-        shape.digits[static_cast<std::size_t>(kSpecimenDigits[ordinal] - '0')] = *digit;
-        at = next;
+        shape.digits[digit] = *glyph;
     }
-    return at == specimen.integer.end;
+    const auto decimalSeparator = symbol(symbols, Symbols::kDecimalSeparatorSymbol);
+    const auto groupingSeparator = symbol(symbols, Symbols::kGroupingSeparatorSymbol);
+    if (!decimalSeparator || !groupingSeparator)
+        return false;
+    shape.decimalSeparator = *decimalSeparator;
+    shape.groupingSeparator = *groupingSeparator;
+    return true;
+}
+
+/// Takes `piece` off the front of `text`, if it is there.
+bool take(std::string_view& text, const ShortText& piece)
+{
+    if (!text.starts_with(piece.view()))
+        return false;
+    text.remove_prefix(piece.view().size());
+    return true;
+}
+
+/// Reads the sizes of the groups, and what stands around the number, off ICU's specimen.
+bool takeLayout(std::string_view specimen, NumberShape& shape)
+{
+    const auto firstDigit = specimen.find(shape.digits[1].view());
+    if (firstDigit == std::string_view::npos)
+        return false;
+    const auto prefix = ShortText::from(specimen.substr(0, firstDigit));
+    specimen.remove_prefix(firstDigit);
+
+    std::vector<std::size_t> digitsBehind; // each of the separators
+    for (std::size_t ordinal = 0; ordinal < kSpecimenDigits.size(); ++ordinal) {
+        if (ordinal > 0 && take(specimen, shape.groupingSeparator))
+            digitsBehind.push_back(kSpecimenDigits.size() - ordinal);
+        if (!take(specimen, shape.digits[static_cast<std::size_t>(kSpecimenDigits[ordinal] - '0')]))
+            return false;
+    }
+    if (!take(specimen, shape.decimalSeparator) || !take(specimen, shape.digits[kSpecimenFraction]))
+        return false;
+    const auto suffix = ShortText::from(specimen);
+    if (!prefix || !suffix)
+        return false;
+    shape.prefix = *prefix;
+    shape.suffix = *suffix;
+
+    if (digitsBehind.empty()) {
+        shape.groupingSeparator = {};
+        return true;
+    }
+    const std::size_t primary = digitsBehind.back();
+    const std::size_t secondary
+        = digitsBehind.size() > 1 ? digitsBehind[digitsBehind.size() - 2] - primary : primary;
+    shape.primaryGroup = static_cast<std::uint8_t>(primary);
+    shape.secondaryGroup = static_cast<std::uint8_t>(secondary);
+    return true;
 }
 
 /// How many digits must stand before the first separator, found out by counting up.
-std::optional<std::uint8_t> minimumGroupingDigits(const IcuDecimals& icuDecimals, std::uint8_t primaryGroup)
+std::optional<std::uint8_t> minimumGroupingDigits(const IcuDecimals& icuDecimals, const NumberShape& shape)
 {
     double value = 1.0;
-    for (int digit = 0; digit < primaryGroup; ++digit)
+    for (int digit = 0; digit < shape.primaryGroup; ++digit)
         value *= 10.0;
     for (int minimum = 1; minimum <= kMostMinimumGroupingDigits; ++minimum, value *= 10.0) {
-        const std::optional<Anatomy> anatomy = dissect(icuDecimals, value);
-        if (!anatomy)
+        const std::optional<std::string> text = icuDecimals.text(value);
+        if (!text)
             return std::nullopt;
-        if (!anatomy->groupingSeparators.empty())
+        if (text->find(shape.groupingSeparator.view()) != std::string::npos)
             return static_cast<std::uint8_t>(minimum);
     }
     return std::nullopt;
@@ -110,7 +118,7 @@ std::optional<std::uint8_t> minimumGroupingDigits(const IcuDecimals& icuDecimals
 /// Whether numbers of every length come out as ICU writes them.
 bool describes(const NumberShape& shape, const IcuDecimals& icuDecimals)
 {
-    for (const std::uint64_t tenths : {0ULL, 7ULL, 143ULL, 9999ULL, 12345ULL, 678904ULL, 9876543210ULL}) {
+    for (const std::uint64_t tenths : {7ULL, 143ULL, 12345ULL, 678904ULL, 9876543210ULL}) {
         std::string text;
         shape.append(text, tenths, 1);
         if (icuDecimals.text(static_cast<double>(tenths) / 10.0) != text)
@@ -123,38 +131,20 @@ bool describes(const NumberShape& shape, const IcuDecimals& icuDecimals)
 
 std::optional<NumberShape> harvestNumberShape(const std::string& localeId)
 {
-    const IcuDecimals icuDecimals{localeId, 1};
-    const std::optional<Anatomy> specimen = dissect(icuDecimals, kSpecimen);
-    if (!specimen)
-        return std::nullopt;
-
-    const auto prefix = specimen->piece({0, specimen->integer.begin});
-    const auto suffix = specimen->piece({specimen->fraction.end, specimen->text.length()});
-    const auto decimalSeparator = specimen->piece(specimen->decimalSeparator);
+    // ICU would also tell which part of its text is what, but looks that up in character sets
+    // which it then keeps: 90 kB, three times what all of the rest takes.
     NumberShape shape;
-    std::vector<int> digitsBehind;
-    if (!prefix || !suffix || !decimalSeparator || !readDigits(*specimen, shape, digitsBehind))
+    const IcuDecimals icuDecimals{localeId, 1};
+    const std::optional<std::string> specimen = icuDecimals.text(kSpecimen);
+    if (!specimen || !takeSymbols(localeId, shape) || !takeLayout(*specimen, shape))
         return std::nullopt;
-    shape.prefix = *prefix;
-    shape.suffix = *suffix;
-    shape.decimalSeparator = *decimalSeparator;
 
-    if (!digitsBehind.empty()) {
-        const auto separator = specimen->piece(specimen->groupingSeparators.back());
-        if (!separator)
-            return std::nullopt;
-        const int primary = digitsBehind.back();
-        const int secondary
-            = digitsBehind.size() > 1 ? digitsBehind[digitsBehind.size() - 2] - primary : primary;
-        shape.groupingSeparator = *separator;
-        shape.primaryGroup = static_cast<std::uint8_t>(primary);
-        shape.secondaryGroup = static_cast<std::uint8_t>(secondary);
-        const auto minimum = minimumGroupingDigits(icuDecimals, shape.primaryGroup);
+    if (shape.primaryGroup > 0) {
+        const auto minimum = minimumGroupingDigits(icuDecimals, shape);
         if (!minimum)
             return std::nullopt;
         shape.minimumGroupingDigits = *minimum;
     }
-
     if (!describes(shape, icuDecimals))
         return std::nullopt;
     return shape;

@@ -29,6 +29,9 @@ public:
 
     [[nodiscard]] std::string_view view() const { return {m_bytes.data(), m_size}; }
 
+    /// The text and the zeros that fill the rest.
+    [[nodiscard]] const std::array<char, kCapacity>& bytes() const { return m_bytes; }
+
     friend bool operator==(const ShortText&, const ShortText&) = default;
 
 private:

@@ -70,5 +70,14 @@ TEST(DecimalRoundingTest, TheLargestRoundableNumberIsExact)
     EXPECT_EQ(roundedHalfEven(largest, 0), 1000000000000000U);
 }
 
+TEST(DecimalRoundingTest, NextToAHalfTheDigitsDecideAtEveryMagnitude)
+{
+    EXPECT_EQ(roundedHalfEven(0.25005, 1), 3U);
+    EXPECT_EQ(roundedHalfEven(0.249995, 1), 2U);
+    EXPECT_EQ(roundedHalfEven(99999999.85, 1), 999999998U);
+    EXPECT_EQ(roundedHalfEven(100000000.75, 1), 1000000008U);
+    EXPECT_EQ(roundedHalfEven(100000000.25, 1), 1000000002U);
+}
+
 } // namespace
 } // namespace amperly

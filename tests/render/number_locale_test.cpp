@@ -79,10 +79,18 @@ TEST(NumberLocaleTest, UnknownNamesAreLeftToIcu)
     EXPECT_EQ(icuLocaleId("xx_YY.UTF-8"), "xx_YY");
 }
 
-TEST(NumberLocaleTest, AnEndlessNameStillYieldsDigits)
+TEST(NumberLocaleTest, ANameTooLongForIcuIsTheCLocale)
 {
-    const std::string localeId = icuLocaleId(std::string(4000, 'q'));
-    EXPECT_EQ((DecimalFormatter{localeId, 1}.text(12.34)), "12.3");
+    EXPECT_EQ(icuLocaleId(std::string(156, 'q')).size(), 156U);
+    EXPECT_EQ(icuLocaleId(std::string(157, 'q')), "en_US_POSIX");
+    EXPECT_EQ(icuLocaleId(std::string(4000, 'q')), "en_US_POSIX");
+}
+
+TEST(NumberLocaleTest, OutdatedCodesAreStillUnderstood)
+{
+    EXPECT_EQ((DecimalFormatter{icuLocaleId("iw_IL.UTF-8"), 1}.text(1234.5)), "1,234.5");
+    EXPECT_EQ((DecimalFormatter{icuLocaleId("in_ID.UTF-8"), 1}.text(1234.5)), "1.234,5");
+    EXPECT_EQ((DecimalFormatter{icuLocaleId("no_NO.UTF-8"), 1}.text(1234.5)), "1\u00A0234,5");
 }
 
 TEST(NumberLocaleTest, BytesThatNameNothingStillYieldDigits)
