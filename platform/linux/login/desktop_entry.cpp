@@ -1,0 +1,60 @@
+#include "platform/linux/login/desktop_entry.h"
+
+namespace amperly {
+
+namespace {
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr std::string_view kBlanks = " \t\r";
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::string_view::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+} // namespace
+
+std::string execValue(std::string_view programPath)
+{
+    constexpr std::string_view kReserved = " \t\n\"'\\><~|&;$*?#()`";
+    if (programPath.find_first_of(kReserved) == std::string_view::npos
+        && programPath.find('%') == std::string_view::npos)
+        return std::string(programPath);
+
+    std::string quoted = "\"";
+    for (const char character : programPath) {
+        // Within quotes these four are escaped by a backslash, which as part of a string value is
+        // itself written as two. A percent sign would begin a field code; two stand for one.
+        if (character == '"' || character == '`' || character == '$')
+            quoted += "\\\\";
+        else if (character == '\\')
+            quoted += "\\\\\\";
+        else if (character == '%')
+            quoted += '%';
+        quoted += character;
+    }
+    return quoted + '"';
+}
+
+std::optional<std::string_view> desktopEntryValue(std::string_view contents, std::string_view key)
+{
+    bool inGroup = false;
+    while (!contents.empty()) {
+        const std::size_t end = contents.find('\n');
+        const std::string_view line = trimmed(contents.substr(0, end));
+        contents = end == std::string_view::npos ? std::string_view() : contents.substr(end + 1);
+
+        if (line.starts_with('[')) {
+            inGroup = line == "[Desktop Entry]";
+            continue;
+        }
+        const std::size_t equals = line.find('=');
+        if (inGroup && !line.starts_with('#') && equals != std::string_view::npos
+            && trimmed(line.substr(0, equals)) == key)
+            return trimmed(line.substr(equals + 1));
+    }
+    return std::nullopt;
+}
+
+} // namespace amperly
