@@ -158,23 +158,24 @@ PowerSample sampleFromRegistry(const BatteryService& service, const Connection& 
         = [&telemetry](std::string_view key) { return telemetry.find(key) == RegistryScalar(true); };
 
     sample.battery = mW(battery_entry::kBatteryPower).value_or(millivolts * milliamperes / 1'000'000);
-    const double adapter = mW(battery_entry::kSystemPowerIn).value_or(0);
-    const double load = mW(battery_entry::kSystemLoad).value_or(adapter - sample.battery);
-    sample.systemLoad = notNegative(load);
-    sample.adapterIn = notNegative(adapter);
+    sample.batteryKnown = !isUnknown(battery_entry::kBatteryPowerUnknown);
 
-    if (isUnknown(battery_entry::kSystemLoadUnknown)) {
-        sample.systemLoad = 0;
-        sample.systemLoadKnown = false;
-    }
-    if (isUnknown(battery_entry::kSystemPowerInUnknown)) {
-        sample.adapterIn = 0;
-        sample.adapterInKnown = false;
-    }
-    if (isUnknown(battery_entry::kBatteryPowerUnknown)) {
+    const double adapter = mW(battery_entry::kSystemPowerIn).value_or(0);
+    sample.adapterIn = notNegative(adapter);
+    sample.adapterInKnown = !isUnknown(battery_entry::kSystemPowerInUnknown);
+
+    // A load that has to be worked out is known no better than what it is worked out from.
+    const std::optional<double> load = mW(battery_entry::kSystemLoad);
+    sample.systemLoad = notNegative(load.value_or(adapter - sample.battery));
+    sample.systemLoadKnown = !isUnknown(battery_entry::kSystemLoadUnknown)
+        && (load.has_value() || (sample.batteryKnown && sample.adapterInKnown));
+
+    if (!sample.batteryKnown)
         sample.battery = 0;
-        sample.batteryKnown = false;
-    }
+    if (!sample.adapterInKnown)
+        sample.adapterIn = 0;
+    if (!sample.systemLoadKnown)
+        sample.systemLoad = 0;
     return sample;
 }
 

@@ -17,7 +17,7 @@ class PowerReader {
 public:
     PowerReader() = delete;
 
-    /// Reads once, synchronously: one service look-up, three to six property copies and up to
+    /// Reads once, synchronously: one service look-up, up to six property copies and up to
     /// three controller requests. Nothing when no source at all is available. Outside every
     /// Sources there is none.
     [[nodiscard]] static std::optional<PowerSample> read();
