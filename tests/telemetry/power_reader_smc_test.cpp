@@ -1,0 +1,328 @@
+// Readings that come from the controller, and when it is opened.
+
+#include "platform/battery_entry.h"
+#include "telemetry/power_reader.h"
+#include "tests/support/print_sample.h"
+#include "tests/telemetry/canned_registry.h"
+#include "tests/telemetry/canned_smc.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace amperly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PowerReaderSmcTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        controller.refuse("SBAP");
+        controller.refuse("PDTR");
+    }
+
+    void plugIn() { registry.set(battery_entry::kExternalConnected, true); }
+
+    /// The sample, which there must be.
+    PowerSample read()
+    {
+        const std::optional<PowerSample> sample = PowerReader::read();
+        EXPECT_TRUE(sample.has_value());
+        return sample.value_or(PowerSample{});
+    }
+
+    void hold(const char (&name)[5], float watts)
+    {
+        controller.hold(name, watts);
+        controller.key(name).information.reply[CannedSmc::kResultOffset] = 0;
+    }
+
+    CannedSmc controller;
+    CannedRegistry registry;
+    PowerReader::Sources sources{controller, registry};
+};
+
+TEST_F(PowerReaderSmcTest, ChargingOnPowerAllThreeFiguresAreMeasured)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    hold("SBAP", -30.0f);
+    hold("PDTR", 45.0f);
+    EXPECT_EQ(read(), (PowerSample{12.0, 45.0, 30.0, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, WithoutABatteryFigureItIsWhatTheLoadLeavesOfTheAdapter)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    hold("PDTR", 45.0f);
+    EXPECT_EQ(read(), (PowerSample{12.0, 45.0, 33.0, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, OnPowerWithTheLoadAloneTheAdapterCarriesIt)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    EXPECT_EQ(read(), (PowerSample{12.0, 12.0, 0.0, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, WithoutAnAdapterFigureItIsWhatTheBatteryLeavesOfTheLoad)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    hold("SBAP", 8.0f);
+    EXPECT_EQ(read(), (PowerSample{12.0, 4.0, -8.0, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, AdapterWorkedOutBelowZeroIsZero)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    hold("SBAP", 20.0f);
+    EXPECT_EQ(read(), (PowerSample{12.0, 0.0, -20.0, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, OnBatteryWithoutItsFigureTheWholeLoadDrainsIt)
+{
+    hold("PSTR", 15.0f);
+    EXPECT_EQ(read(), (PowerSample{15.0, 0.0, -15.0, {}, {}, false}));
+}
+
+TEST_F(PowerReaderSmcTest, OnBatteryItsOwnFigureIsTaken)
+{
+    hold("PSTR", 15.0f);
+    hold("SBAP", 16.5f);
+    EXPECT_EQ(read(), (PowerSample{15.0, 0.0, -16.5, {}, {}, false}));
+}
+
+TEST_F(PowerReaderSmcTest, NegativeLoadIsZero)
+{
+    hold("PSTR", -0.5f);
+    EXPECT_EQ(read().systemLoad, 0.0);
+}
+
+TEST_F(PowerReaderSmcTest, NegativeLoadStillCountsAsItIsWhereOthersAreWorkedOutFromIt)
+{
+    plugIn();
+    hold("PSTR", -0.5f);
+    hold("PDTR", 2.0f);
+    EXPECT_EQ(read(), (PowerSample{0.0, 2.0, 2.5, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, NegativeAdapterIsZeroButTheBatteryIsWorkedOutFromItAsItIs)
+{
+    plugIn();
+    hold("PSTR", 10.0f);
+    hold("PDTR", -2.0f);
+    EXPECT_EQ(read(), (PowerSample{10.0, 0.0, -12.0, {}, {}, true}));
+}
+
+TEST_F(PowerReaderSmcTest, KeysAreReadInOrderAndTheAdapterLast)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    hold("SBAP", -30.0f);
+    hold("PDTR", 45.0f);
+    read();
+    controller.calls.clear();
+    read();
+    EXPECT_THAT(controller.conversation(), ElementsAre("PSTR", "SBAP", "PDTR"));
+}
+
+TEST_F(PowerReaderSmcTest, OnBatteryTheAdapterIsNotAsked)
+{
+    hold("PSTR", 12.0f);
+    hold("SBAP", 12.0f);
+    hold("PDTR", 45.0f);
+    EXPECT_EQ(read().adapterIn, 0.0);
+    EXPECT_THAT(controller.conversation(), ElementsAre("PSTR?", "PSTR", "SBAP?", "SBAP"));
+}
+
+TEST_F(PowerReaderSmcTest, MissingKeysCostOneCallInTheWholeRun)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    read();
+    EXPECT_THAT(controller.conversation(), ElementsAre("PSTR?", "PSTR", "SBAP?", "PDTR?"));
+    controller.calls.clear();
+    read();
+    EXPECT_THAT(controller.conversation(), ElementsAre("PSTR"));
+}
+
+TEST_F(PowerReaderSmcTest, ThreePropertiesAreCopiedFromOneEntryThatIsGivenBack)
+{
+    plugIn();
+    hold("PSTR", 12.0f);
+    read();
+    EXPECT_THAT(registry.foundClasses, ElementsAre("AppleSmartBattery"));
+    EXPECT_THAT(registry.copiedNames, ElementsAre("ExternalConnected", "AdapterDetails", "CurrentCapacity"));
+    EXPECT_THAT(registry.releasedEntries, ElementsAre(CannedRegistry::kEntry));
+    EXPECT_FALSE(registry.copiedFromElsewhere);
+}
+
+TEST_F(PowerReaderSmcTest, WithoutABatteryEntryTheControllerAloneGivesAReading)
+{
+    registry.present = false;
+    registry.set(battery_entry::kExternalConnected, true);
+    registry.set(battery_entry::kCurrentCapacity, std::int64_t{80});
+    hold("PSTR", 20.0f);
+    EXPECT_EQ(read(), (PowerSample{20.0, 0.0, -20.0, {}, {}, false}));
+    EXPECT_THAT(registry.foundClasses, ElementsAre("AppleSmartBattery"));
+    EXPECT_THAT(registry.copiedNames, IsEmpty());
+    EXPECT_THAT(registry.releasedEntries, IsEmpty());
+}
+
+TEST_F(PowerReaderSmcTest, RatingAndPercentAccompanyTheControllersFigures)
+{
+    plugIn();
+    registry.set(battery_entry::kAdapterDetails, dictionary({{"Watts", std::int64_t{67}}}));
+    registry.set(battery_entry::kCurrentCapacity, std::int64_t{42});
+    hold("PSTR", 12.0f);
+    EXPECT_EQ(read(), (PowerSample{12.0, 12.0, 0.0, 67, 42, true}));
+}
+
+TEST_F(PowerReaderSmcTest, TelemetryIsNotConsultedWhereTheControllerAnswers)
+{
+    registry.set(battery_entry::kPowerTelemetryData,
+        dictionary({{"SystemLoad", std::int64_t{99'000}}, {"SystemLoadUnknown", true}}));
+    hold("PSTR", 12.0f);
+    EXPECT_EQ(read().systemLoad, 12.0);
+    EXPECT_TRUE(read().systemLoadKnown);
+}
+
+TEST_F(PowerReaderSmcTest, FailedSystemPowerSendsThisReadingToTheRegistryAndTheNextOneBack)
+{
+    hold("PSTR", 12.0f);
+    controller.refuseValue("PSTR");
+    registry.set(battery_entry::kPowerTelemetryData, dictionary({{"SystemLoad", std::int64_t{7250}}}));
+    EXPECT_EQ(read().systemLoad, 7.25);
+    EXPECT_EQ(registry.copiedNames.size(), 6u);
+    controller.allowValue("PSTR");
+    EXPECT_EQ(read().systemLoad, 12.0);
+    EXPECT_EQ(registry.copiedNames.size(), 6u + 3u);
+}
+
+TEST_F(PowerReaderSmcTest, MissingSystemPowerSendsEveryReadingToTheRegistryAndNoOtherKeyIsAsked)
+{
+    controller.refuse("PSTR");
+    hold("SBAP", 5.0f);
+    EXPECT_EQ(read(), PowerSample{});
+    EXPECT_EQ(read(), PowerSample{});
+    EXPECT_THAT(controller.conversation(), ElementsAre("PSTR?"));
+}
+
+TEST_F(PowerReaderSmcTest, InfiniteSystemPowerWithoutABatteryEntryIsNoReading)
+{
+    registry.present = false;
+    hold("PSTR", std::numeric_limits<float>::infinity());
+    EXPECT_EQ(PowerReader::read(), std::nullopt);
+}
+
+class PowerReaderSourcesTest : public testing::Test {
+protected:
+    CannedSmc controller;
+    CannedRegistry registry;
+};
+
+TEST_F(PowerReaderSourcesTest, WithoutSourcesThereIsNoReading)
+{
+    EXPECT_EQ(PowerReader::read(), std::nullopt);
+}
+
+TEST_F(PowerReaderSourcesTest, ControllerIsOpenedByTheFirstReadingAndOnlyOnce)
+{
+    controller.hold("PSTR", 12.0f);
+    const PowerReader::Sources sources(controller, registry);
+    EXPECT_THAT(controller.openedClasses, IsEmpty());
+    EXPECT_TRUE(PowerReader::read());
+    EXPECT_TRUE(PowerReader::read());
+    EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC"));
+    EXPECT_THAT(controller.closedConnections, IsEmpty());
+}
+
+TEST_F(PowerReaderSourcesTest, ControllerThatRefusedIsNotTriedAgain)
+{
+    controller.opening = {};
+    controller.hold("PSTR", 12.0f);
+    const PowerReader::Sources sources(controller, registry);
+    EXPECT_TRUE(PowerReader::read());
+    controller.opening = {.opened = true, .connection = CannedSmc::kConnection};
+    EXPECT_EQ(PowerReader::read(), PowerSample{});
+    EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC"));
+    EXPECT_THAT(controller.closedConnections, ElementsAre(0u));
+    EXPECT_THAT(controller.calls, IsEmpty());
+}
+
+TEST_F(PowerReaderSourcesTest, BatteryEntryIsLookedUpBeforeTheControllerIsOpened)
+{
+    struct OrderedRegistry : CannedRegistry {
+        explicit OrderedRegistry(const CannedSmc& smc) : controller(smc) { }
+        RegistryEntry find(std::string_view className) override
+        {
+            openingsSoFar = controller.openedClasses.size();
+            return CannedRegistry::find(className);
+        }
+        const CannedSmc& controller;
+        std::size_t openingsSoFar = 99;
+    };
+    OrderedRegistry ordered(controller);
+    const PowerReader::Sources sources(controller, ordered);
+    EXPECT_TRUE(PowerReader::read());
+    EXPECT_EQ(ordered.openingsSoFar, 0u);
+    EXPECT_EQ(controller.openedClasses.size(), 1u);
+}
+
+TEST_F(PowerReaderSourcesTest, EndOfTheSourcesClosesTheController)
+{
+    {
+        const PowerReader::Sources sources(controller, registry);
+        EXPECT_TRUE(PowerReader::read());
+    }
+    EXPECT_THAT(controller.closedConnections, ElementsAre(CannedSmc::kConnection));
+    EXPECT_EQ(PowerReader::read(), std::nullopt);
+}
+
+TEST_F(PowerReaderSourcesTest, SourcesThatWereNeverReadFromTouchNothing)
+{
+    {
+        const PowerReader::Sources sources(controller, registry);
+    }
+    EXPECT_THAT(controller.openedClasses, IsEmpty());
+    EXPECT_THAT(controller.closedConnections, IsEmpty());
+    EXPECT_THAT(registry.foundClasses, IsEmpty());
+}
+
+TEST_F(PowerReaderSourcesTest, InnerSourcesHideTheOuterOnesUntilTheyEnd)
+{
+    controller.hold("PSTR", 12.0f);
+    const PowerReader::Sources outer(controller, registry);
+    EXPECT_EQ(PowerReader::read().value_or(PowerSample{}).systemLoad, 12.0);
+    {
+        CannedSmc otherController;
+        CannedRegistry otherRegistry;
+        otherController.hold("PSTR", 30.0f);
+        const PowerReader::Sources inner(otherController, otherRegistry);
+        EXPECT_EQ(PowerReader::read().value_or(PowerSample{}).systemLoad, 30.0);
+        EXPECT_THAT(otherController.openedClasses, ElementsAre("AppleSMC"));
+    }
+    EXPECT_EQ(PowerReader::read().value_or(PowerSample{}).systemLoad, 12.0);
+    EXPECT_EQ(registry.foundClasses.size(), 2u);
+    EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC")) << "the client outlives the inner scope";
+}
+
+TEST_F(PowerReaderSourcesTest, EachSourcesRememberTheirOwnMissingKeys)
+{
+    controller.refuse("PSTR");
+    for (int run = 0; run < 2; ++run) {
+        const PowerReader::Sources sources(controller, registry);
+        EXPECT_TRUE(PowerReader::read());
+    }
+    EXPECT_THAT(controller.conversation(), ElementsAre("PSTR?", "PSTR?"));
+}
+
+} // namespace
+} // namespace amperly
