@@ -2,7 +2,7 @@
 // What the battery's controller knows is read here, one property at a time, as copies.
 //
 // A copy lives in the caller's memory and takes none from the heap for the sizes that occur
-// at every tick: names of entries are short and a dictionary holds its first entries inline.
+// at every tick: a dictionary holds its first entries inline, names of up to 23 bytes included.
 #pragma once
 
 #include <array>
@@ -32,12 +32,19 @@ public:
     [[nodiscard]] bool empty() const { return size() == 0; }
 
 private:
+    // The longest names in use are longer than what a std::string holds without the heap.
+    static constexpr std::size_t kInlineNameLength = 23;
+    struct InlineEntry {
+        std::array<char, kInlineNameLength> characters{};
+        std::uint8_t length = 0;
+        RegistryScalar value;
+    };
     struct Entry {
         std::string name;
         RegistryScalar value;
     };
     static constexpr std::size_t kInlineEntries = 6;
-    std::array<Entry, kInlineEntries> m_inline{};
+    std::array<InlineEntry, kInlineEntries> m_inline;
     std::size_t m_inlineCount = 0;
     std::vector<Entry> m_more;
 };
