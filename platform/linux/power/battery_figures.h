@@ -1,0 +1,39 @@
+// All batteries of the machine as one. Magnitudes come from the numbers and directions from the
+// status, because drivers disagree about signs: some have none, most count discharging as
+// negative, some charging.
+#pragma once
+
+#include "platform/linux/power/supply_traits.h"
+
+#include <optional>
+#include <span>
+
+namespace amperly {
+
+/// More than any battery gives or takes; a figure beyond is a broken gauge's.
+inline constexpr double kHighestBatteryWatts = 300.0;
+
+struct BatteryFigures {
+    int count = 0; ///< batteries in their places
+
+    /// Into the batteries while positive. Nothing where one of them does not tell how much, or
+    /// which way.
+    std::optional<double> watts{};
+    /// Whether any of them moves more than what firmware reports for nothing at all.
+    bool hasRate = false;
+
+    std::optional<int> percent{}; ///< 0–100, of all their capacity together
+
+    // Of the only battery; nothing where there are several.
+    std::optional<double> volts{};
+    std::optional<double> amperes{}; ///< into the battery while positive
+
+    bool isAnyCharging = false;
+    bool isAnyDischarging = false;
+    bool isAnyResting = false; ///< full, or plugged in without charging
+};
+
+/// Supplies that are no batteries, or not in their places, are passed over.
+[[nodiscard]] BatteryFigures batteryFigures(std::span<const SupplyReading> supplies);
+
+} // namespace amperly
