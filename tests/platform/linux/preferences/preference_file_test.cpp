@@ -1,0 +1,320 @@
+#include "platform/linux/preferences/preference_file.h"
+
+#include "platform/linux/preferences/file_lock.h"
+#include "tests/platform/linux/preferences/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace amperly {
+namespace {
+
+using namespace std::string_literals;
+using testing::ElementsAre;
+
+/// No file of this process may grow as long as this lives: what a full disk looks like to it.
+class FullDisk {
+public:
+    FullDisk()
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        m_handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit none{.rlim_cur = 0, .rlim_max = m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handlerBefore);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_handlerBefore)(int) = nullptr;
+};
+
+/// Sets one environment variable, or none with null, for as long as it lives.
+class Environment {
+public:
+    Environment(const char* name, const char* value) : m_name(name)
+    {
+        if (const char* const before = std::getenv(name))
+            m_before = before;
+        put(value);
+    }
+    ~Environment() { put(m_before ? m_before->c_str() : nullptr); }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    void put(const char* value) const
+    {
+        if (value != nullptr)
+            setenv(m_name, value, 1);
+        else
+            unsetenv(m_name);
+    }
+
+    const char* m_name;
+    std::optional<std::string> m_before;
+};
+
+class PreferenceFileTest : public testing::Test {
+protected:
+    std::error_code set(const std::string& key, const std::string& text)
+    {
+        return file.change({{key, text}}, written);
+    }
+
+    [[nodiscard]] static mode_t permissionsOf(const std::string& path)
+    {
+        struct stat status { };
+        EXPECT_EQ(stat(path.c_str(), &status), 0);
+        return status.st_mode & mode_t{07777};
+    }
+
+    TemporaryFolder folder;
+    std::string path = folder / "amperly.ini";
+    PreferenceFile file{path};
+    IniDocument written;
+};
+
+TEST_F(PreferenceFileTest, MissingFileIsMadeWithItsFoldersForThisUserAlone)
+{
+    const std::string deep = folder / "config/amperly/amperly.ini";
+    EXPECT_FALSE(PreferenceFile(deep).change({{"a", "1"}}, written));
+    EXPECT_EQ(contentsOf(deep), "a=1\n");
+    EXPECT_EQ(permissionsOf(deep), 0600u);
+    EXPECT_EQ(permissionsOf(folder / "config/amperly"), 0700u);
+    EXPECT_EQ(permissionsOf(folder / "config"), 0700u);
+}
+
+TEST_F(PreferenceFileTest, OnlyTheChangedKeysChange)
+{
+    writeInPlace(path, "# mine\na=1\nb=2\n[x]\na=3\n");
+    EXPECT_FALSE(file.change({{"a", "5"}, {"b", std::nullopt}, {"c", "6"}}, written));
+    EXPECT_EQ(contentsOf(path), "# mine\na=5\nc=6\n[x]\na=3\n");
+    EXPECT_EQ(written.bytes(), contentsOf(path));
+}
+
+TEST_F(PreferenceFileTest, PermissionsStay)
+{
+    writeInPlace(path, "a=1\n");
+    ASSERT_EQ(chmod(path.c_str(), 0644), 0);
+    EXPECT_FALSE(set("a", "2"));
+    EXPECT_EQ(permissionsOf(path), 0644u);
+}
+
+TEST_F(PreferenceFileTest, FileWithNothingToChangeIsNotReplaced)
+{
+    writeInPlace(path, "a=1\n");
+    struct stat before { };
+    struct stat after { };
+    ASSERT_EQ(stat(path.c_str(), &before), 0);
+    EXPECT_FALSE(set("a", "1"));
+    ASSERT_EQ(stat(path.c_str(), &after), 0);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(PreferenceFileTest, LinkStaysAndItsTargetIsReplaced)
+{
+    std::filesystem::create_directory(folder / "dotfiles");
+    writeInPlace(folder / "dotfiles/mine.ini", "a=1\n");
+    std::filesystem::create_symlink("dotfiles/link.ini", path);
+    std::filesystem::create_symlink("mine.ini", folder / "dotfiles/link.ini");
+    EXPECT_FALSE(set("a", "2"));
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "dotfiles/link.ini"));
+    EXPECT_EQ(contentsOf(folder / "dotfiles/mine.ini"), "a=2\n");
+}
+
+TEST_F(PreferenceFileTest, LinkToNothingYetIsFollowed)
+{
+    std::filesystem::create_symlink("dotfiles/mine.ini", path);
+    EXPECT_FALSE(set("a", "1"));
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(contentsOf(folder / "dotfiles/mine.ini"), "a=1\n");
+}
+
+TEST_F(PreferenceFileTest, DamagedFileIsKeptBeforeItIsWrittenOver)
+{
+    const std::string damaged = "a=1\nnonsense \xFF\nb=2\n";
+    writeInPlace(path, damaged);
+    EXPECT_FALSE(set("a", "5"));
+    EXPECT_EQ(contentsOf(path), "a=5\nb=2\n");
+    EXPECT_EQ(contentsOf(path + ".damaged"), damaged);
+}
+
+TEST_F(PreferenceFileTest, EveryDamagedFileIsKept)
+{
+    for (const std::string& damage : {"first"s, "second"s, "third"s}) {
+        writeInPlace(path, damage);
+        EXPECT_FALSE(set("a", damage));
+    }
+    EXPECT_EQ(contentsOf(path + ".damaged"), "first");
+    EXPECT_EQ(contentsOf(path + ".damaged.1"), "second");
+    EXPECT_EQ(contentsOf(path + ".damaged.2"), "third");
+}
+
+TEST_F(PreferenceFileTest, DamagedFileIsLeftAloneWhileNothingIsWritten)
+{
+    writeInPlace(path, "a=1\nnonsense\n");
+    EXPECT_FALSE(set("a", "1"));
+    EXPECT_EQ(contentsOf(path), "a=1\nnonsense\n");
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("amperly.ini", "amperly.ini.lock"));
+}
+
+TEST_F(PreferenceFileTest, FolderInThePlaceOfTheFileIsKept)
+{
+    std::filesystem::create_directories(path + "/inside");
+    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Unreadable);
+    EXPECT_FALSE(set("a", "1"));
+    EXPECT_EQ(contentsOf(path), "a=1\n");
+    EXPECT_TRUE(std::filesystem::is_directory(path + ".damaged/inside"));
+}
+
+TEST_F(PreferenceFileTest, FileWithoutPermissionToReadIsKept)
+{
+    writeInPlace(path, "secret=1\n");
+    const AsOrdinaryUser user(folder);
+    ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Unreadable);
+    EXPECT_FALSE(set("a", "1"));
+    EXPECT_EQ(contentsOf(path), "a=1\n");
+    ASSERT_EQ(chmod((path + ".damaged").c_str(), 0600), 0);
+    EXPECT_EQ(contentsOf(path + ".damaged"), "secret=1\n");
+}
+
+TEST_F(PreferenceFileTest, LinkThatLeadsToItselfIsKept)
+{
+    std::filesystem::create_symlink("amperly.ini", path);
+    EXPECT_FALSE(set("a", "1"));
+    EXPECT_EQ(contentsOf(path), "a=1\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(path + ".damaged"));
+}
+
+TEST_F(PreferenceFileTest, FileFarTooLargeIsKeptUnread)
+{
+    writeInPlace(path, "a=1\n" + std::string(1024 * 1024, '#'));
+    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Unreadable);
+    EXPECT_FALSE(set("b", "2"));
+    EXPECT_EQ(contentsOf(path), "b=2\n");
+    EXPECT_EQ(std::filesystem::file_size(path + ".damaged"), 1024u * 1024u + 4u);
+}
+
+TEST_F(PreferenceFileTest, VeryLongLineIsReadLikeAnyOther)
+{
+    const std::string longText(100'000, 'x');
+    writeInPlace(path, "a=" + longText + "\nb=2\n");
+    EXPECT_EQ(IniDocument(file.read().bytes).values().at("a"), PreferenceValue(longText));
+}
+
+TEST_F(PreferenceFileTest, TextTooLongForAnyFileIsRefused)
+{
+    writeInPlace(path, "a=1\n");
+    EXPECT_EQ(set("a", std::string(200'000, 'x')), std::errc::file_too_large);
+    EXPECT_EQ(contentsOf(path), "a=1\n");
+}
+
+TEST_F(PreferenceFileTest, DeviceIsNeitherReadNorReplaced)
+{
+    std::filesystem::create_symlink("/dev/zero", path);
+    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Untouchable);
+    const std::string pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(PreferenceFile(pipe).read().state, PreferenceFile::Contents::State::Untouchable);
+    EXPECT_TRUE(PreferenceFile(pipe).change({{"a", "1"}}, written));
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST_F(PreferenceFileTest, FullDiskLeavesTheFileAsItWas)
+{
+    writeInPlace(path, "a=1\n");
+    {
+        const FullDisk full;
+        EXPECT_TRUE(set("a", "2"));
+    }
+    EXPECT_EQ(contentsOf(path), "a=1\n");
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("amperly.ini", "amperly.ini.lock"));
+    EXPECT_FALSE(set("a", "2"));
+    EXPECT_EQ(contentsOf(path), "a=2\n");
+}
+
+TEST_F(PreferenceFileTest, FullDiskLeavesADamagedFileInItsPlace)
+{
+    writeInPlace(path, "nonsense\n");
+    {
+        const FullDisk full;
+        EXPECT_TRUE(set("a", "2"));
+    }
+    EXPECT_EQ(contentsOf(path), "nonsense\n");
+    EXPECT_FALSE(std::filesystem::exists(path + ".damaged"));
+}
+
+TEST_F(PreferenceFileTest, FolderWithoutPermissionToWriteIsAnError)
+{
+    writeInPlace(path, "a=1\n");
+    const AsOrdinaryUser user(folder);
+    ASSERT_EQ(chmod(folder.path().c_str(), 0555), 0);
+    EXPECT_EQ(set("a", "2"), std::errc::permission_denied);
+    EXPECT_EQ(contentsOf(path), "a=1\n");
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+}
+
+TEST_F(PreferenceFileTest, FileInThePlaceOfTheFolderIsAnError)
+{
+    writeInPlace(folder / "config", "");
+    const PreferenceFile inFile(folder / "config/amperly/amperly.ini");
+    EXPECT_EQ(inFile.read().state, PreferenceFile::Contents::State::Missing);
+    EXPECT_EQ(inFile.change({{"a", "1"}}, written), std::errc::not_a_directory);
+}
+
+TEST_F(PreferenceFileTest, LockIsHeldByOneAtATime)
+{
+    const std::string lockPath = folder / "lock";
+    {
+        const FileLock first(lockPath);
+        EXPECT_FALSE(first.error());
+        const FileLock second(lockPath, std::chrono::milliseconds(0));
+        EXPECT_EQ(second.error(), std::errc::timed_out);
+    }
+    const FileLock third(lockPath, std::chrono::milliseconds(0));
+    EXPECT_FALSE(third.error());
+}
+
+TEST_F(PreferenceFileTest, NothingIsWrittenThroughALinkInThePlaceOfTheLock)
+{
+    std::filesystem::create_symlink(folder / "elsewhere", path + ".lock");
+    EXPECT_TRUE(set("a", "1"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "elsewhere"));
+}
+
+TEST_F(PreferenceFileTest, StandsInTheConfigFolderOfTheUser)
+{
+    const Environment home("HOME", "/home/somebody");
+    {
+        const Environment config("XDG_CONFIG_HOME", "/elsewhere");
+        EXPECT_EQ(defaultPreferencesPath(), "/elsewhere/amperly/amperly.ini");
+    }
+    for (const char* const unusable : {static_cast<const char*>(nullptr), "", "relative/folder"}) {
+        const Environment config("XDG_CONFIG_HOME", unusable);
+        EXPECT_EQ(defaultPreferencesPath(), "/home/somebody/.config/amperly/amperly.ini");
+    }
+}
+
+TEST_F(PreferenceFileTest, HomeFolderIsKnownWithoutTheEnvironment)
+{
+    const Environment config("XDG_CONFIG_HOME", nullptr);
+    const Environment home("HOME", nullptr);
+    EXPECT_TRUE(defaultPreferencesPath().starts_with('/'));
+    EXPECT_TRUE(defaultPreferencesPath().ends_with("/.config/amperly/amperly.ini"));
+}
+
+} // namespace
+} // namespace amperly
