@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <utility>
 
 namespace amperly {
 namespace {
@@ -71,9 +72,10 @@ TEST(LiveModelTest, WhoSubscribesDuringAnAnnouncementHearsOfTheNext)
 {
     LiveModel live;
     int late = 0;
+    bool subscribed = false;
     LiveModel::Subscription second;
     const auto first = live.objectWillChange([&] {
-        if (late == 0)
+        if (!std::exchange(subscribed, true))
             second = live.objectWillChange([&] { ++late; });
     });
     live.setSample(kSample);
