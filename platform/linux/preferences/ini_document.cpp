@@ -36,10 +36,12 @@ IniDocument::Line::Line(std::string line) : written(std::move(line))
         if (isSection)
             name = trimmed(text.substr(1, end - 1));
     } else {
-        const std::size_t keyLength = quotedLength(text).value_or(0);
-        const std::size_t equalsSign = text.find('=', keyLength);
+        // What follows an unfinished quoted key could finish it, so such a line is no entry.
+        const std::optional<std::size_t> quotedKeyLength = quotedLength(text);
+        const std::size_t equalsSign = text.find('=', quotedKeyLength.value_or(0));
         const std::string_view key = trimmed(text.substr(0, std::min(equalsSign, text.size())));
-        kind = equalsSign != text.npos && !key.empty() ? Kind::Entry : Kind::Damaged;
+        const bool isKey = text.front() == '"' ? quotedKeyLength == key.size() : !key.empty();
+        kind = isKey && equalsSign != text.npos ? Kind::Entry : Kind::Damaged;
         if (kind == Kind::Entry) {
             const std::string_view value = trimmed(text.substr(equalsSign + 1));
             name = decodeIniText(key);

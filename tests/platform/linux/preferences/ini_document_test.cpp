@@ -82,6 +82,15 @@ TEST(IniDocumentTest, DamagedLinesCountForNothing)
             Pair("g", PreferenceValue("7"))));
 }
 
+TEST(IniDocumentTest, KeyInIncompleteQuotesIsDamage)
+{
+    // A value with quotes of its own would otherwise complete it and become part of the key.
+    for (const std::string& line : {"\"a=1"s, "\"="s, "\"a\"b=1"s, "\"a\\\"=1"s}) {
+        EXPECT_TRUE(IniDocument(line).isDamaged()) << line;
+        EXPECT_THAT(valuesIn(line), IsEmpty()) << line;
+    }
+}
+
 TEST(IniDocumentTest, DroppingDamageLeavesTheValues)
 {
     IniDocument document("# mine\na=1\nnonsense\n[x]\nb=2\n\0\n"s);

@@ -14,6 +14,7 @@
 #include <memory>
 #include <spawn.h>
 #include <sys/inotify.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -431,6 +432,23 @@ TEST_F(IniPreferenceStoreTest, ValuesThatCouldNotBeWrittenSurviveAnEditFromOutsi
     std::filesystem::remove(path + ".lock");
     end();
     EXPECT_EQ(contentsOf(path), "decimals=0\nshowUnit=false\n");
+}
+
+TEST_F(IniPreferenceStoreTest, StoreThatMayNotWatchSaysSoAndWorks)
+{
+    std::filesystem::create_directory(folder / "amperly");
+    writeInPlace(path, "decimals=1\n");
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{.rlim_cur = 0, .rlim_max = before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    start();
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    ASSERT_THAT(warnings, SizeIs(1));
+    EXPECT_THAT(warnings.front(), HasSubstr(path));
+    store->set("showUnit", false);
+    EXPECT_TRUE(isSoonInTheFile("decimals=1\nshowUnit=false\n"));
+    EXPECT_EQ(store->text("decimals"), "1") << "unread at the start, found by the write";
 }
 
 TEST_F(IniPreferenceStoreTest, ListenersHearNothingOfTheLastWrite)
