@@ -265,6 +265,21 @@ TEST_F(IniPreferenceStoreTest, FileInAFolderMadeLaterIsSeen)
     EXPECT_TRUE(showsSoon("decimals", "2"));
 }
 
+TEST_F(IniPreferenceStoreTest, NewFileIsReadOnceItIsWhole)
+{
+    std::filesystem::create_directory(folder / "amperly");
+    start();
+    {
+        std::ofstream editor(path);
+        editor << "decimals=1" << std::flush;
+        QCoreApplication::processEvents();
+        EXPECT_EQ(store->text("decimals"), std::nullopt);
+        editor << "0\n";
+    }
+    EXPECT_TRUE(showsSoon("decimals", "10"));
+    EXPECT_EQ(announcements, 1);
+}
+
 TEST_F(IniPreferenceStoreTest, FolderMovedIntoPlaceWithItsFileIsSeen)
 {
     start();
