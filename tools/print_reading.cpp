@@ -1,0 +1,54 @@
+// amperly-reading: prints what Amperly can know of this machine's power, a figure a line. For
+// scripts, and for people who report how their machine is read.
+
+#include "platform/linux/power/linux_registry.h"
+#include "platform/linux/power/no_smc_service.h"
+#include "telemetry/power_reader.h"
+
+#include <cstdio>
+
+namespace {
+
+using amperly::PowerSample;
+
+void printWatts(const char* name, double watts, bool isKnown)
+{
+    if (isKnown)
+        std::printf("%s %.1f W\n", name, watts);
+    else
+        std::printf("%s unknown\n", name);
+}
+
+void printWhole(const char* name, std::optional<int> value, const char* unit)
+{
+    if (value)
+        std::printf("%s %d %s\n", name, *value, unit);
+    else
+        std::printf("%s unknown\n", name);
+}
+
+void print(const PowerSample& sample)
+{
+    printWatts("computer", sample.systemLoad, sample.systemLoadKnown);
+    printWatts("adapter", sample.adapterIn, sample.adapterInKnown);
+    printWatts("battery", sample.battery, sample.batteryKnown);
+    printWhole("adapter rating", sample.adapterRating, "W");
+    printWhole("charge", sample.batteryPercent, "%");
+    std::puts(sample.externalConnected ? "external power connected" : "external power not connected");
+}
+
+} // namespace
+
+int main()
+{
+    amperly::LinuxRegistry registry;
+    amperly::NoSmcService noController;
+    const amperly::PowerReader::Sources sources(noController, registry);
+    const std::optional<PowerSample> sample = amperly::PowerReader::read();
+    if (!sample) {
+        std::puts("No readable power source on this machine.");
+        return 1;
+    }
+    print(*sample);
+    return 0;
+}
