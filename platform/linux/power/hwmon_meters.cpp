@@ -41,8 +41,9 @@ public:
             const std::string_view channel = powerChannel(file);
             if (channel.empty())
                 continue;
-            const std::string label = readOnce(m_files, device + '/' + file);
-            const std::string sensor = (device + '/').append(channel);
+            const std::string folder = device + '/';
+            const std::string label = readOnce(m_files, folder + file);
+            const std::string sensor = std::string(folder).append(channel);
             if (label == "Total System Power")
                 offer(LoadMeter::Controller, sensor);
             else if (label == "AC Input Power")

@@ -53,16 +53,18 @@ bool counts(const SupplyReading& supply)
 
 } // namespace
 
-LinuxRegistry::LinuxRegistry(std::string root, std::function<double()> monotonicSeconds)
+LinuxRegistry::LinuxRegistry(const std::string& root, std::function<double()> monotonicSeconds)
     : LinuxRegistry(std::make_unique<PosixFiles>(), root, std::move(monotonicSeconds))
 {
 }
 
 LinuxRegistry::LinuxRegistry(
     std::unique_ptr<SystemFiles> owned, const std::string& root, std::function<double()> monotonicSeconds)
-    : LinuxRegistry(*owned, root, std::move(monotonicSeconds))
+    : m_ownedFiles(std::move(owned))
+    , m_files(*m_ownedFiles)
+    , m_supplies(m_files, root)
+    , m_measured(m_files, root, orSteadySeconds(std::move(monotonicSeconds)))
 {
-    m_ownedFiles = std::move(owned);
 }
 
 LinuxRegistry::LinuxRegistry(

@@ -16,7 +16,7 @@ class LinuxRegistry final : public Registry {
 public:
     /// Reads sysfs at `root`. `monotonicSeconds` is a clock that never goes back; the steady
     /// clock where it is empty.
-    explicit LinuxRegistry(std::string root = "/sys", std::function<double()> monotonicSeconds = {});
+    explicit LinuxRegistry(const std::string& root = "/sys", std::function<double()> monotonicSeconds = {});
 
     /// The same through `files`, which must outlive it.
     LinuxRegistry(SystemFiles& files, const std::string& root, std::function<double()> monotonicSeconds = {});

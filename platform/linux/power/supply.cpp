@@ -10,6 +10,9 @@ using Outcome = KeptFile::Outcome;
 
 constexpr std::size_t kLongestUevent = 4096; // the kernel writes at most a page
 
+/// More digits than a text is going to gain, so that keeping it takes no memory later.
+constexpr std::size_t kRoomToGrow = 128;
+
 /// The text without a last line that did not fit.
 std::string_view wholeLines(std::string_view text)
 {
@@ -131,7 +134,8 @@ Supply::Supply(SystemFiles& files, std::string directory, std::string_view name)
     std::array<char, kLongestUevent> buffer;
     const KeptFile::Reading reading = m_uevent.read(buffer);
     if (reading.outcome == Outcome::Read)
-        m_identity = SupplyAttributes::fromUevent(wholeLines(reading.text));
+        m_identity = attributesIn(wholeLines(reading.text));
+    m_lastUevent.reserve(m_lastUevent.size() + kRoomToGrow);
     if (!m_identity.has(Attribute::Type))
         m_identity.set(Attribute::Type, readOnce(files, m_directory + "/type"));
     if (reading.outcome != Outcome::Read)
@@ -141,6 +145,15 @@ Supply::Supply(SystemFiles& files, std::string directory, std::string_view name)
 bool Supply::isOfInterest() const
 {
     return m_identity.type() != SupplyType::Other && m_identity.scope() != SupplyScope::Device;
+}
+
+const SupplyAttributes& Supply::attributesIn(std::string_view uevent)
+{
+    if (uevent != m_lastUevent) {
+        m_lastAttributes = SupplyAttributes::fromUevent(uevent);
+        m_lastUevent = uevent;
+    }
+    return m_lastAttributes;
 }
 
 std::optional<SupplyAttributes> Supply::read(bool isOneOfSeveral)
@@ -153,7 +166,7 @@ std::optional<SupplyAttributes> Supply::read(bool isOneOfSeveral)
     const bool hasUevent = uevent.outcome == Outcome::Read;
     SupplyAttributes attributes;
     if (hasUevent)
-        attributes = SupplyAttributes::fromUevent(wholeLines(uevent.text));
+        attributes = attributesIn(wholeLines(uevent.text));
     attributes.adoptIdentity(m_identity);
 
     Reader reader(*this, buffer, attributes, hasUevent);

@@ -34,11 +34,16 @@ public:
 private:
     class Reader;
 
+    [[nodiscard]] const SupplyAttributes& attributesIn(std::string_view uevent);
+
     SystemFiles* m_files;
     std::string m_directory;
     SupplyTraits m_traits;
-    SupplyAttributes m_identity; ///< type and scope only
+    SupplyAttributes m_identity; ///< what is certain of type and scope
     KeptFile m_uevent;
+    // Gauges refresh more rarely than we read: most texts are the ones of the time before.
+    std::string m_lastUevent;
+    SupplyAttributes m_lastAttributes;
     std::array<KeptFile, kAttributeCount> m_attributeFiles{};
     std::array<bool, kAttributeCount> m_isOpened{};
 };
