@@ -1,7 +1,6 @@
 #include "platform/simulated/simulated_battery.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace amperly {
 
@@ -49,24 +48,10 @@ double SimulatedBattery::deliverableWatts() const
     return isEmpty() ? 0 : kMostDeliveredWatts;
 }
 
-double SimulatedBattery::secondsUntilLimit(double watts) const
-{
-    const double stored = storedWatts(watts);
-    if (stored > 0)
-        return (kCapacityWattHours - m_wattHours) / stored * kSecondsPerHour;
-    if (stored < 0)
-        return m_wattHours / -stored * kSecondsPerHour;
-    return std::numeric_limits<double>::infinity();
-}
-
 void SimulatedBattery::flow(double watts, double seconds)
 {
-    if (seconds >= secondsUntilLimit(watts)) {
-        m_wattHours = watts > 0 ? kCapacityWattHours : 0;
-    } else {
-        const double changed = m_wattHours + storedWatts(watts) * seconds / kSecondsPerHour;
-        m_wattHours = std::clamp(changed, 0.0, kCapacityWattHours);
-    }
+    const double changed = m_wattHours + storedWatts(watts) * seconds / kSecondsPerHour;
+    m_wattHours = std::clamp(changed, 0.0, kCapacityWattHours);
     noteFullness();
 }
 

@@ -37,12 +37,7 @@ public:
     /// The most that would come out now; 0 when empty.
     [[nodiscard]] double deliverableWatts() const;
 
-    /// How long `watts` (positive into the battery) can flow before the battery is full or
-    /// empty; infinite where they lead to neither.
-    [[nodiscard]] double secondsUntilLimit(double watts) const;
-
-    /// Lets `watts` flow for `seconds`, at most secondsUntilLimit(); just that long ends exactly
-    /// full or empty.
+    /// Lets `watts` (positive into the battery) flow for `seconds`, or until full or empty.
     void flow(double watts, double seconds);
 
 private:

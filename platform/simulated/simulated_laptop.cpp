@@ -44,10 +44,8 @@ PowerFlows SimulatedLaptop::flows() const
 void SimulatedLaptop::advance(double seconds)
 {
     while (seconds > 0) {
-        const double battery = flows().battery;
-        // A full or empty battery changes the flows in the middle of a step.
-        const double step = std::min({seconds, kLongestStepSeconds, m_battery.secondsUntilLimit(battery)});
-        m_battery.flow(battery, step);
+        const double step = std::min(seconds, kLongestStepSeconds);
+        m_battery.flow(flows().battery, step);
         m_elapsedSeconds += step;
         seconds -= step;
     }

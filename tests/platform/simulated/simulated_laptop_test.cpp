@@ -175,6 +175,15 @@ TEST_F(SimulatedLaptopTest, AFullBatteryIsToppedUpOnlyAfterSomeUse)
     EXPECT_GT(laptop.flows().battery, 0.0);
 }
 
+TEST_F(SimulatedLaptopTest, AChargeThatIsSetHasNoHistory)
+{
+    laptop.setLoad(12.0);
+    laptop.plugIn(AdapterWatts{67});
+    laptop.setPercent(100.0);
+    laptop.setPercent(97.0);
+    EXPECT_GT(laptop.flows().battery, 0.0);
+}
+
 TEST_F(SimulatedLaptopTest, AlmostEmptyTheMachineSlowsDownUnlessPlugged)
 {
     laptop.setLoad(40.0);
