@@ -4,6 +4,7 @@
 
 #include "platform/coverage_mask.h"
 
+#include <cstdint>
 #include <string_view>
 
 namespace amperly {
@@ -11,6 +12,10 @@ namespace amperly {
 class StatusPicture {
 public:
     virtual ~StatusPicture() = default;
+
+    /// Two pictures with the same key draw alike and have the same readings, so that what is
+    /// shown already need not be drawn to be recognised. Cheap: no drawing, no allocation.
+    [[nodiscard]] virtual std::uint64_t key() const = 0;
 
     /// Size of the whole picture in points. Pixels at a scale are this, times the scale,
     /// rounded up.

@@ -1,0 +1,100 @@
+// The symbols that stand for the computer, the charger and the battery, as coverage masks.
+//
+// Every symbol has two masters: a regular one and a sturdier one for small sizes. Their boxes
+// are listed here, so that measuring a symbol reads nothing; the drawing is only read when a
+// size is needed that has not been drawn yet, and let go again.
+#pragma once
+
+#include "platform/coverage_mask.h"
+#include "platform/ui_font.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace amperly {
+
+/// A symbol and how wide the boxes of its masters are, in their units.
+struct GlyphForm {
+    std::string_view name;
+    int regularWidth = 0;
+    int mediumWidth = 0;
+};
+
+/// What the two masters have in common over all symbols.
+inline constexpr int kRegularBoxHeight = 26; ///< units, of which so many are the point size
+inline constexpr int kMediumBoxHeight = 20; ///< units
+inline constexpr int kMediumUnitsPerSize = 19; ///< so that 9.5 points have 2 units to the point
+
+inline constexpr std::array<GlyphForm, 13> kGlyphForms{{
+    {"laptopcomputer", 40, 28},
+    {"bolt.fill", 20, 14},
+    {"gauge.with.dots.needle.50percent", 26, 20},
+    {"cpu", 26, 22},
+    {"powerplug.fill", 22, 18},
+    {"powerplug", 22, 18},
+    {"battery.0percent", 44, 36},
+    {"battery.25percent", 44, 36},
+    {"battery.50percent", 44, 36},
+    {"battery.75percent", 44, 36},
+    {"battery.100percent", 44, 36},
+    {"battery.100percent.bolt", 44, 36},
+    {"exclamationmark.triangle.fill", 26, 22},
+}};
+
+/// What is shown for a name that is no symbol's.
+inline constexpr std::string_view kFallbackGlyph = "bolt.fill";
+
+/// The form called `name`, else the fallback's.
+[[nodiscard]] const GlyphForm& glyphNamed(std::string_view name);
+
+struct GlyphStyle {
+    double pointSize = 0.0;
+    FontWeight weight = FontWeight::Regular;
+    friend bool operator==(const GlyphStyle&, const GlyphStyle&) = default;
+};
+
+/// Points.
+struct GlyphSize {
+    double width = 0.0;
+    double height = 0.0;
+    friend bool operator==(const GlyphSize&, const GlyphSize&) = default;
+};
+
+/// The box of a symbol in a style, the same at every scale.
+[[nodiscard]] GlyphSize glyphSize(std::string_view name, const GlyphStyle& style);
+
+/// The nearest number of pixels per unit of a master's grid at which its strokes fill whole
+/// pixels, if that is hardly another size; else `pixelsPerUnit` as it is.
+[[nodiscard]] double crispPixelsPerUnit(double pixelsPerUnit);
+
+/// A symbol in pixels.
+struct GlyphDrawing {
+    CoverageMask mask;
+    double width = 0.0; ///< pixels of the box; the mask is this rounded up, the box at its upper left
+    double height = 0.0;
+};
+
+class GlyphSet {
+public:
+    /// A symbol as it is drawn at `scale` pixels per point, to be centred in its box: it may be
+    /// a little smaller or larger so that its strokes are crisp. Valid until the next call.
+    [[nodiscard]] const GlyphDrawing& drawing(std::string_view name, const GlyphStyle& style, double scale);
+
+    /// A master's whole box at so many pixels per unit. Valid until the next call.
+    [[nodiscard]] const GlyphDrawing& drawingPerUnit(
+        std::string_view name, FontWeight weight, double pixelsPerUnit);
+
+private:
+    struct Entry {
+        const GlyphForm* form = nullptr;
+        FontWeight weight = FontWeight::Regular;
+        double pixelsPerUnit = 0.0;
+        GlyphDrawing drawing;
+    };
+
+    std::vector<Entry> m_entries;
+};
+
+} // namespace amperly

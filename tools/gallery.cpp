@@ -1,0 +1,26 @@
+// Writes pictures of what Amperly looks like into the folder named on the command line.
+
+#include "platform/simulated/fixed_ui_font.h"
+#include "render/status_art.h"
+#include "tools/gallery_status.h"
+
+#include <QGuiApplication>
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    using namespace amperly;
+    const QGuiApplication application(argc, argv);
+    if (argc != 2) {
+        std::fputs("usage: amperly-gallery FOLDER\n", stderr);
+        return 2;
+    }
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    const FixedUiFont font({AMPERLY_PINNED_FONT, 0}, {AMPERLY_PINNED_FONT, 0});
+    StatusArt art(font);
+    if (!writeStatusGallery(folder, art)) {
+        std::fputs("amperly-gallery: a picture could not be written\n", stderr);
+        return 1;
+    }
+    return 0;
+}
