@@ -37,6 +37,11 @@ public:
         const StatusPicture& picture, std::optional<std::string_view> toolTip, std::string_view spokenLabel)
         = 0;
 
+    /// Called when another panel took over, or the panel asks for another size, so that the
+    /// picture has to be drawn anew; the handler calls show(). Without a handler the next show()
+    /// does. Desktops that ask for the picture themselves never call it.
+    virtual void onPictureWanted(std::function<void()> handler) { static_cast<void>(handler); }
+
     /// Called for every click that the desktop hands on.
     virtual void onClick(ClickHandler handler) = 0;
 

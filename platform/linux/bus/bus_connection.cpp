@@ -1,0 +1,163 @@
+#include "platform/linux/bus/bus_connection.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <ctime>
+#include <poll.h>
+#include <utility>
+
+namespace amperly {
+
+namespace {
+
+    constexpr std::uint64_t kNoTimeout = UINT64_MAX;
+
+    /// sd-bus states time limits on the monotonic clock.
+    std::uint64_t monotonicMicroseconds()
+    {
+        timespec now {};
+        clock_gettime(CLOCK_MONOTONIC, &now);
+        return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000
+            + static_cast<std::uint64_t>(now.tv_nsec) / 1000;
+    }
+
+} // namespace
+
+std::unique_ptr<BusConnection> BusConnection::open(const std::string& address)
+{
+    sd_bus* bus = nullptr;
+    if (address.empty()) {
+        if (sd_bus_open_user(&bus) < 0)
+            return nullptr;
+    } else {
+        if (sd_bus_new(&bus) < 0)
+            return nullptr;
+        if (sd_bus_set_address(bus, address.c_str()) < 0 || sd_bus_set_bus_client(bus, 1) < 0
+            || sd_bus_start(bus) < 0) {
+            sd_bus_unref(bus);
+            return nullptr;
+        }
+    }
+    return std::unique_ptr<BusConnection>(new BusConnection(bus));
+}
+
+BusConnection::BusConnection(sd_bus* bus)
+    : m_bus(bus)
+{
+    m_timer.setSingleShot(true);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_context, [this] { process(); });
+    settle();
+}
+
+BusConnection::~BusConnection()
+{
+    // The notifiers go before the descriptor that they watch.
+    m_readable.reset();
+    m_writable.reset();
+    m_nameSlot.reset();
+    sd_bus_close_unref(m_bus);
+}
+
+void BusConnection::watch(int descriptor)
+{
+    if (m_readable && m_readable->socket() == descriptor)
+        return;
+    m_readable = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    m_writable = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
+    QObject::connect(m_readable.get(), &QSocketNotifier::activated, &m_context, [this] { process(); });
+    QObject::connect(m_writable.get(), &QSocketNotifier::activated, &m_context, [this] { process(); });
+}
+
+void BusConnection::settle()
+{
+    if (m_closed || m_processing)
+        return;
+    const int descriptor = sd_bus_get_fd(m_bus);
+    const int events = descriptor < 0 ? descriptor : sd_bus_get_events(m_bus);
+    std::uint64_t limit = kNoTimeout;
+    if (events < 0 || sd_bus_get_timeout(m_bus, &limit) < 0) {
+        noteClosed();
+        return;
+    }
+    watch(descriptor);
+    m_readable->setEnabled((events & POLLIN) != 0);
+    m_writable->setEnabled((events & POLLOUT) != 0);
+    if (limit == kNoTimeout) {
+        m_timer.stop();
+        return;
+    }
+    const std::uint64_t now = monotonicMicroseconds();
+    // Rounded up: a timer that fires early would find nothing to do and start again at once.
+    const std::uint64_t milliseconds = limit > now ? (limit - now) / 1000 + 1 : 0;
+    m_timer.start(static_cast<int>(std::min<std::uint64_t>(milliseconds, 60'000)));
+}
+
+void BusConnection::process()
+{
+    if (m_closed || m_processing)
+        return;
+    m_processing = true;
+    int result = 0;
+    do
+        result = sd_bus_process(m_bus, nullptr);
+    while (result > 0);
+    m_processing = false;
+    if (result < 0)
+        noteClosed();
+    else
+        settle();
+}
+
+void BusConnection::noteClosed()
+{
+    m_closed = true;
+    m_timer.stop();
+    m_readable.reset();
+    m_writable.reset();
+    sd_bus_close(m_bus);
+    // Whoever just sent something is still at work; the news waits for the event loop.
+    QMetaObject::invokeMethod(
+        &m_context,
+        [this] {
+            if (m_closedHandler)
+                std::exchange(m_closedHandler, nullptr)();
+        },
+        Qt::QueuedConnection);
+}
+
+void BusConnection::emitSignal(const char* path, const char* interface, const char* member)
+{
+    if (m_closed)
+        return;
+    sd_bus_emit_signal(m_bus, path, interface, member, nullptr);
+    settle();
+}
+
+void BusConnection::requestName(const char* name, std::function<void(bool owned)> done)
+{
+    m_nameHandler = std::move(done);
+    sd_bus_slot* slot = nullptr;
+    const int result = m_closed ? -ENOTCONN
+                                : sd_bus_request_name_async(m_bus, &slot, name, 0, nameAnswered, this);
+    m_nameSlot.reset(slot);
+    if (result < 0) {
+        QMetaObject::invokeMethod(
+            &m_context, [this] { m_nameHandler(false); }, Qt::QueuedConnection);
+        return;
+    }
+    settle();
+}
+
+int BusConnection::nameAnswered(sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    constexpr std::uint32_t kPrimaryOwner = 1;
+    constexpr std::uint32_t kAlreadyOwner = 4;
+    std::uint32_t answer = 0;
+    if (!sd_bus_message_is_method_error(reply, nullptr))
+        sd_bus_message_read(reply, "u", &answer);
+    static_cast<BusConnection*>(self)->m_nameHandler(answer == kPrimaryOwner || answer == kAlreadyOwner);
+    return 0;
+}
+
+} // namespace amperly
