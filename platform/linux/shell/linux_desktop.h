@@ -1,0 +1,47 @@
+// The desktop as far as every Linux desktop agrees on it, and where this program stands in it.
+#pragma once
+
+#include "platform/desktop.h"
+#include "platform/linux/shell/launcher.h"
+#include "platform/linux/shell/single_instance.h"
+
+#include <filesystem>
+
+namespace amperly {
+
+/// Where programs are installed and where this one runs from.
+struct Installation {
+    /// The folder that the build installs the program into.
+    [[nodiscard]] static std::filesystem::path standardPrograms();
+
+    /// The file that this process runs; empty if the kernel does not tell.
+    [[nodiscard]] static std::filesystem::path runningProgram();
+
+    std::filesystem::path programs = standardPrograms();
+    std::filesystem::path program = runningProgram();
+    std::optional<std::string> version{}; ///< as the installation states it
+};
+
+class LinuxDesktop : public Desktop {
+public:
+    using Launch = std::function<bool(const CommandLine&)>;
+
+    /// `instance` tells of later starts and must outlive the desktop.
+    LinuxDesktop(SingleInstance& instance, Installation installation, Launch launch = startDetached);
+
+    void openAddress(std::string_view address) override;
+    void log(std::string_view line) override;
+    void onReopen(std::function<void()> handler) override;
+    void activate() override;
+    void quit() override;
+    [[nodiscard]] std::optional<int> visibleScreenHeight() const override;
+    [[nodiscard]] bool isInstalled() const override;
+    [[nodiscard]] std::optional<std::string> shortVersion() const override;
+
+private:
+    SingleInstance& m_instance;
+    Installation m_installation;
+    Launch m_launch;
+};
+
+} // namespace amperly

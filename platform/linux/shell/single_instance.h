@@ -1,0 +1,51 @@
+// One Amperly to a session. The first one owns the application's name on the session bus and
+// answers there as desktops expect of an application; one started later asks it to come forward
+// and ends.
+#pragma once
+
+#include "platform/linux/bus/bus_connection.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace amperly {
+
+class SingleInstance {
+public:
+    static constexpr const char* kBusName = "io.github.amperly.Amperly";
+    static constexpr const char* kObjectPath = "/io/github/amperly/Amperly";
+
+    enum class Claim {
+        Primary, ///< this process is the one
+        HandedOver, ///< another one runs and was told; this process should end
+        NoBus, ///< nobody can know; the program runs as if it were alone
+    };
+
+    /// `busAddress` as BusConnection::open() takes it.
+    explicit SingleInstance(std::string busAddress = {});
+    ~SingleInstance();
+
+    /// Settles which process it is. Waits for the bus, so it is called once, at the start.
+    [[nodiscard]] Claim claim();
+
+    /// Called from the event loop each time the program is started again.
+    void onActivated(std::function<void()> handler) { m_activated = std::move(handler); }
+
+private:
+    static int activate(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int open(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int activateAction(sd_bus_message* call, void* self, sd_bus_error* error);
+    static const sd_bus_vtable s_vtable[];
+
+    int come(sd_bus_message* call);
+    void tellTheOther();
+
+    std::string m_busAddress;
+    std::function<void()> m_activated;
+    std::unique_ptr<BusConnection> m_connection;
+    BusSlot m_object;
+    QObject m_context;
+};
+
+} // namespace amperly

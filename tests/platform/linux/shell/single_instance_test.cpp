@@ -1,0 +1,120 @@
+#include "platform/linux/shell/single_instance.h"
+#include "tests/platform/linux/shell/session_bus.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace amperly {
+namespace {
+
+using Claim = SingleInstance::Claim;
+
+class SingleInstanceTest : public testing::Test {
+protected:
+    SessionBus bus;
+    SingleInstance first{bus.address()};
+    int activations = 0;
+
+    void SetUp() override
+    {
+        ASSERT_FALSE(bus.address().empty()) << "dbus-daemon is needed";
+        unsetenv("XDG_ACTIVATION_TOKEN");
+        unsetenv("DESKTOP_STARTUP_ID");
+        first.onActivated([this] { ++activations; });
+    }
+
+    /// Starts another one while the first goes on with its events.
+    Claim claimOfAnother()
+    {
+        Claim claim = Claim::NoBus;
+        bool done = false;
+        std::thread starting([&] {
+            SingleInstance another(bus.address());
+            claim = another.claim();
+            QMetaObject::invokeMethod(qApp, [&done] { done = true; });
+        });
+        while (!done)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        starting.join();
+        QCoreApplication::processEvents();
+        return claim;
+    }
+
+    /// Calls a method of the application's object from a connection of its own.
+    bool call(const char* member, const char* types, auto... arguments)
+    {
+        bool answered = false;
+        bool done = false;
+        std::thread calling([&] {
+            const std::unique_ptr<BusConnection> connection = BusConnection::open(bus.address());
+            answered
+                = sd_bus_call_method(connection->bus(), SingleInstance::kBusName, SingleInstance::kObjectPath,
+                      "org.freedesktop.Application", member, nullptr, nullptr, types, arguments...)
+                >= 0;
+            QMetaObject::invokeMethod(qApp, [&done] { done = true; });
+        });
+        while (!done)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        calling.join();
+        QCoreApplication::processEvents();
+        return answered;
+    }
+};
+
+TEST_F(SingleInstanceTest, TheFirstOneIsTheOne)
+{
+    EXPECT_EQ(first.claim(), Claim::Primary);
+}
+
+TEST_F(SingleInstanceTest, TheSecondHandsOverAndTheFirstComesForward)
+{
+    ASSERT_EQ(first.claim(), Claim::Primary);
+    EXPECT_EQ(claimOfAnother(), Claim::HandedOver);
+    EXPECT_EQ(activations, 1);
+}
+
+TEST_F(SingleInstanceTest, TheRightToComeForwardGoesAlong)
+{
+    ASSERT_EQ(first.claim(), Claim::Primary);
+    const int answered = call(
+        "Activate", "a{sv}", 2, "desktop-startup-id", "s", "launcher_7", "activation-token", "s", "token_9");
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), "token_9");
+    EXPECT_EQ(qEnvironmentVariable("DESKTOP_STARTUP_ID"), "launcher_7");
+}
+
+TEST_F(SingleInstanceTest, WhatElseALauncherSaysIsPassedOver)
+{
+    ASSERT_EQ(first.claim(), Claim::Primary);
+    EXPECT_TRUE(call("Activate", "a{sv}", 2, "monitor", "i", 3, "activation-token", "s", "token_9"));
+    EXPECT_EQ(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), "token_9");
+    EXPECT_EQ(activations, 1);
+}
+
+TEST_F(SingleInstanceTest, OpeningAFileAndAnActionBringItForwardToo)
+{
+    ASSERT_EQ(first.claim(), Claim::Primary);
+    EXPECT_TRUE(call("Open", "asa{sv}", 1, "file:///a", 0));
+    EXPECT_TRUE(call("ActivateAction", "sava{sv}", "preferences", 1, "i", 4, 0));
+    EXPECT_EQ(activations, 2);
+}
+
+TEST_F(SingleInstanceTest, AfterTheFirstHasEndedTheNextIsTheOne)
+{
+    {
+        SingleInstance earlier(bus.address());
+        ASSERT_EQ(earlier.claim(), Claim::Primary);
+    }
+    EXPECT_EQ(first.claim(), Claim::Primary);
+}
+
+TEST(SingleInstanceAloneTest, WithoutABusNobodyKnows)
+{
+    SingleInstance alone("unix:path=/nonexistent/bus");
+    EXPECT_EQ(alone.claim(), Claim::NoBus);
+}
+
+} // namespace
+} // namespace amperly
