@@ -10,12 +10,12 @@
 namespace amperly {
 
 struct MenuEntry {
-    std::string title; ///< UTF-8; empty for a separator
+    std::string title{}; ///< UTF-8; empty for a separator
     bool separator = false;
     bool enabled = true;
     bool visible = true;
     char shortcut = 0; ///< with the desktop's command key: ',' or 'q'; 0 for none
-    std::function<void()> activate; ///< empty for a line that only says something
+    std::function<void()> activate{}; ///< empty for a line that only says something
 
     /// Whether two entries look the same; what they do is not compared.
     [[nodiscard]] bool looksLike(const MenuEntry& other) const
