@@ -2,9 +2,9 @@
 #include "tests/platform/linux/shell/session_bus.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace amperly {
 namespace {
@@ -25,40 +25,36 @@ protected:
         first.onActivated([this] { ++activations; });
     }
 
-    /// Starts another one while the first goes on with its events.
+    /// Does what another process would while the first goes on with its events.
+    static void elsewhere(std::function<void()> work)
+    {
+        const std::unique_ptr<QThread> thread(QThread::create(std::move(work)));
+        QObject::connect(thread.get(), &QThread::finished, qApp, [] {});
+        thread->start();
+        while (!thread->isFinished())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        thread->wait();
+        QCoreApplication::processEvents();
+    }
+
     Claim claimOfAnother()
     {
         Claim claim = Claim::NoBus;
-        bool done = false;
-        std::thread starting([&] {
-            SingleInstance another(bus.address());
-            claim = another.claim();
-            QMetaObject::invokeMethod(qApp, [&done] { done = true; });
-        });
-        while (!done)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        starting.join();
-        QCoreApplication::processEvents();
+        elsewhere([&] { claim = SingleInstance(bus.address()).claim(); });
         return claim;
     }
 
-    /// Calls a method of the application's object from a connection of its own.
+    /// Calls a method of the application's object; whether it was answered.
     bool call(const char* member, const char* types, auto... arguments)
     {
         bool answered = false;
-        bool done = false;
-        std::thread calling([&] {
+        elsewhere([&] {
             const std::unique_ptr<BusConnection> connection = BusConnection::open(bus.address());
             answered
                 = sd_bus_call_method(connection->bus(), SingleInstance::kBusName, SingleInstance::kObjectPath,
                       "org.freedesktop.Application", member, nullptr, nullptr, types, arguments...)
                 >= 0;
-            QMetaObject::invokeMethod(qApp, [&done] { done = true; });
         });
-        while (!done)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        calling.join();
-        QCoreApplication::processEvents();
         return answered;
     }
 };

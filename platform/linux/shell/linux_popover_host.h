@@ -1,0 +1,49 @@
+// The popover on Linux, in whichever kind of window the desktop takes.
+#pragma once
+
+#include "platform/linux/shell/popover/reopen_guard.h"
+#include "platform/linux/shell/popover/window_kind.h"
+#include "platform/linux/shell/timer_slack.h"
+#include "platform/popover_host.h"
+
+#include <QPointer>
+#include <vector>
+
+namespace amperly {
+
+class LinuxPopoverHost : public PopoverHost {
+public:
+    /// Tells the time by which the guard against reopening goes.
+    using Clock = std::function<ReopenGuard::Moment()>;
+
+    /// `slack` must outlive the host.
+    explicit LinuxPopoverHost(
+        TimerSlack& slack, WindowKind kind = windowKindOfDesktop(), Clock clock = steadyClock);
+    ~LinuxPopoverHost() override;
+
+    /// Does nothing but drop the content when the request is the rest of the click whose press
+    /// has just closed the popover; isShown() is false then.
+    void show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor) override;
+
+    /// The content may ask for this itself: it is destroyed once the event loop runs.
+    void close() override;
+    [[nodiscard]] bool isShown() const override { return m_window != nullptr; }
+    void onDidClose(std::function<void()> handler) override { m_didClose = std::move(handler); }
+
+    [[nodiscard]] static ReopenGuard::Moment steadyClock();
+
+private:
+    void retire(ClosedBy by);
+
+    TimerSlack& m_slack;
+    WindowKind m_kind;
+    Clock m_clock;
+    ReopenGuard m_guard;
+    std::function<void()> m_didClose;
+    std::optional<TimerSlack::ExactHold> m_hold;
+    std::unique_ptr<TransientWindow> m_window;
+    std::vector<QPointer<TransientWindow>> m_leaving; ///< closed, about to be destroyed
+    QObject m_context;
+};
+
+} // namespace amperly

@@ -1,0 +1,39 @@
+// Opens a Menu as the program's own, for desktops that do not draw it themselves and for clicks
+// that ask for it.
+#pragma once
+
+#include "platform/linux/shell/menu_widget.h"
+#include "platform/linux/shell/popover/window_kind.h"
+
+#include <QPointer>
+
+namespace amperly {
+
+class MenuPresenter {
+public:
+    explicit MenuPresenter(WindowKind kind = windowKindOfDesktop());
+    ~MenuPresenter();
+    MenuPresenter(const MenuPresenter&) = delete;
+    MenuPresenter& operator=(const MenuPresenter&) = delete;
+
+    /// Opens `menu`, which must outlive this object, at `anchor` or where the pointer is, and
+    /// returns at once. The menu is told around the opening, and an entry's action runs after
+    /// it was told of the closing. Closes what was open.
+    void open(Menu& menu, std::optional<ScreenPoint> anchor);
+
+    [[nodiscard]] bool isOpen() const { return m_open != nullptr; }
+
+    void close();
+
+private:
+    void openAsPopup(MenuWidget* widget, std::optional<ScreenPoint> anchor);
+    void openInWindow(std::unique_ptr<MenuWidget> widget, std::optional<ScreenPoint> anchor);
+    void finish();
+
+    WindowKind m_kind;
+    Menu* m_open = nullptr;
+    QPointer<QWidget> m_shown; ///< the widget itself, or the window around it
+    QObject m_context;
+};
+
+} // namespace amperly

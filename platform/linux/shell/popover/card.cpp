@@ -1,0 +1,85 @@
+#include "platform/linux/shell/popover/card.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace amperly {
+namespace {
+
+/// How the sheet lies on the desktop. Lengths in logical pixels.
+struct CardLook {
+    int shadowReach;
+    int shadowDrop; ///< light falls from above
+    int shadowStepAlpha; ///< of each of the shadow's steps, one a pixel
+    int hairlineAlpha;
+};
+constexpr CardLook kLook{
+    .shadowReach = 18,
+    .shadowDrop = 4,
+    .shadowStepAlpha = 5, // 18 steps darken the edge by a third; found by eye
+    .hairlineAlpha = 48,
+};
+
+void paintShadow(QPainter& painter, const QRectF& sheet)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, kLook.shadowStepAlpha));
+    const QRectF dropped = sheet.translated(0, kLook.shadowDrop);
+    for (int reach = kLook.shadowReach - kLook.shadowDrop; reach > 0; --reach) {
+        const qreal radius = Card::kRadius + reach;
+        painter.drawRoundedRect(dropped.adjusted(-reach, -reach, reach, reach), radius, radius);
+    }
+}
+
+void paintSheet(QPainter& painter, const QRectF& sheet, const QPalette& palette)
+{
+    QColor line = palette.color(QPalette::WindowText);
+    line.setAlpha(kLook.hairlineAlpha);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette.color(QPalette::Window));
+    painter.drawRoundedRect(sheet, Card::kRadius, Card::kRadius);
+    painter.setPen(QPen(line, 1.0));
+    painter.setBrush(Qt::NoBrush);
+    constexpr qreal kHalf = 0.5; // the line's middle, so that it fills its pixels
+    painter.drawRoundedRect(
+        sheet.adjusted(kHalf, kHalf, -kHalf, -kHalf), Card::kRadius - kHalf, Card::kRadius - kHalf);
+}
+
+} // namespace
+
+Card::Card(std::unique_ptr<QWidget> content, CardEdge edge, QWidget* parent)
+    : QWidget(parent), m_edge(edge), m_content(content.release())
+{
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margins());
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(m_content);
+}
+
+QMargins Card::margins() const
+{
+    if (m_edge != CardEdge::Shadowed)
+        return {};
+    const int reach = kLook.shadowReach;
+    return {reach, reach, reach, reach};
+}
+
+QRect Card::sheet() const
+{
+    return rect().marginsRemoved(margins());
+}
+
+void Card::paintEvent(QPaintEvent* event)
+{
+    if (m_edge == CardEdge::Bare)
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    // An animation inside repaints the sheet beneath it; the shadow lies outside of that.
+    if (m_edge == CardEdge::Shadowed && !sheet().contains(event->rect()))
+        paintShadow(painter, sheet());
+    paintSheet(painter, sheet(), palette());
+}
+
+} // namespace amperly

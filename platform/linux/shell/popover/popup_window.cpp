@@ -1,0 +1,72 @@
+#include "platform/linux/shell/popover/popup_window.h"
+
+#include "platform/linux/shell/popover/compositing.h"
+
+#include <QCursor>
+#include <QMouseEvent>
+#include <QPainterPath>
+#include <QTimer>
+#include <QWindow>
+
+namespace amperly {
+namespace {
+
+CardEdge possibleEdge(CardEdge edge)
+{
+    return edge == CardEdge::Shadowed && !isComposited() ? CardEdge::Plain : edge;
+}
+
+// A panel that reports a click at the press holds the pointer until the release, and for so long
+// nobody else can.
+constexpr int kHoldTries = 40;
+constexpr int kHoldPauseMilliseconds = 50;
+
+} // namespace
+
+PopupWindow::PopupWindow(std::unique_ptr<QWidget> content, CardEdge edge)
+    : TransientWindow(std::move(content), possibleEdge(edge), Qt::Popup | Qt::NoDropShadowWindowHint)
+    , m_triesLeft(kHoldTries)
+{
+    setAttribute(Qt::WA_NoMouseReplay); // the press that closes it is for nothing else
+    if (!card().margins().isNull())
+        setAttribute(Qt::WA_TranslucentBackground);
+}
+
+void PopupWindow::open(std::optional<ScreenPoint> anchor)
+{
+    const QPoint pointer = QCursor::pos();
+    m_place = placeOfClick(pointer, anchor, screenAround(pointer));
+    card().adjustSize();
+    placeCard();
+    show();
+    hold();
+}
+
+void PopupWindow::placeCard()
+{
+    const QMargins margins = card().margins();
+    const QRect sheet = besidePlace(m_place, card().size().shrunkBy(margins), screenAround(m_place));
+    setGeometry(sheet.marginsAdded(margins));
+    if (margins.isNull()) {
+        QPainterPath outline;
+        outline.addRoundedRect(rect(), Card::kRadius, Card::kRadius);
+        setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    }
+}
+
+void PopupWindow::hold()
+{
+    if (!isVisible() || windowHandle()->setMouseGrabEnabled(true) || --m_triesLeft <= 0)
+        return;
+    QTimer::singleShot(kHoldPauseMilliseconds, this, [this] { hold(); });
+}
+
+void PopupWindow::mousePressEvent(QMouseEvent* event)
+{
+    const QPoint place = event->position().toPoint();
+    if (!card().sheet().contains(card().mapFrom(this, place)))
+        dismiss(ClosedBy::OutsidePress);
+    event->accept();
+}
+
+} // namespace amperly
