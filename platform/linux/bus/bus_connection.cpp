@@ -11,16 +11,16 @@ namespace amperly {
 
 namespace {
 
-    constexpr std::uint64_t kNoTimeout = UINT64_MAX;
+constexpr std::uint64_t kNoTimeout = UINT64_MAX;
 
-    /// sd-bus states time limits on the monotonic clock.
-    std::uint64_t monotonicMicroseconds()
-    {
-        timespec now {};
-        clock_gettime(CLOCK_MONOTONIC, &now);
-        return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000
-            + static_cast<std::uint64_t>(now.tv_nsec) / 1000;
-    }
+/// sd-bus states time limits on the monotonic clock.
+std::uint64_t monotonicMicroseconds()
+{
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<std::uint64_t>(now.tv_sec) * 1'000'000
+        + static_cast<std::uint64_t>(now.tv_nsec) / 1000;
+}
 
 } // namespace
 
@@ -42,8 +42,7 @@ std::unique_ptr<BusConnection> BusConnection::open(const std::string& address)
     return std::unique_ptr<BusConnection>(new BusConnection(bus));
 }
 
-BusConnection::BusConnection(sd_bus* bus)
-    : m_bus(bus)
+BusConnection::BusConnection(sd_bus* bus) : m_bus(bus)
 {
     m_timer.setSingleShot(true);
     QObject::connect(&m_timer, &QTimer::timeout, &m_context, [this] { process(); });
@@ -138,8 +137,8 @@ void BusConnection::requestName(const char* name, std::function<void(bool owned)
 {
     m_nameHandler = std::move(done);
     sd_bus_slot* slot = nullptr;
-    const int result = m_closed ? -ENOTCONN
-                                : sd_bus_request_name_async(m_bus, &slot, name, 0, nameAnswered, this);
+    const int result
+        = m_closed ? -ENOTCONN : sd_bus_request_name_async(m_bus, &slot, name, 0, nameAnswered, this);
     m_nameSlot.reset(slot);
     if (result < 0) {
         QMetaObject::invokeMethod(

@@ -1,0 +1,71 @@
+// The menu, exported for hosts to draw: com.canonical.dbusmenu, version 3.
+//
+// An entry's identifier is its index plus one and never changes; entries come and go by their
+// "visible" property. Identifier 0 is the menu itself.
+#pragma once
+
+#include "platform/linux/bus/bus_connection.h"
+#include "platform/linux/tray/menu_opening.h"
+#include "platform/menu.h"
+
+#include <QObject>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace amperly {
+
+class DbusMenu {
+public:
+    /// The object path that the menu is exported at.
+    static constexpr const char* kPath = "/MenuBar";
+
+    /// The first of the identifiers that `leading` entries have.
+    static constexpr int kLeadingIdentifier = 1000;
+
+    /// Exports `menu` on `connection`, with the `leading` entries above its own. All three
+    /// references must outlive this object.
+    DbusMenu(
+        BusConnection& connection, Menu& menu, MenuOpening& opening, std::vector<MenuEntry> leading = {});
+    ~DbusMenu();
+    DbusMenu(const DbusMenu&) = delete;
+    DbusMenu& operator=(const DbusMenu&) = delete;
+
+    [[nodiscard]] const MenuEntry* entry(int identifier) const;
+
+private:
+    using Names = std::vector<std::string>;
+    static const sd_bus_vtable kInterface[];
+
+    static int getLayout(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int getGroupProperties(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int getProperty(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int event(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int eventGroup(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int aboutToShow(sd_bus_message* call, void* self, sd_bus_error* error);
+    static int aboutToShowGroup(sd_bus_message* call, void* self, sd_bus_error* error);
+
+    [[nodiscard]] std::vector<int> identifiers() const;
+    [[nodiscard]] bool knows(int identifier) const;
+    int appendItem(sd_bus_message* message, int identifier, const Names& names, bool children) const;
+    int readEvent(sd_bus_message* call, int& identifier, std::string& what);
+    void handleEvent(int identifier, const std::string& what);
+    bool prepareToShow();
+    void publishLater();
+    bool publish();
+    void remember();
+
+    BusConnection& m_connection;
+    Menu& m_menu;
+    MenuOpening& m_opening;
+    std::vector<MenuEntry> m_leading;
+    std::vector<MenuEntry> m_published; ///< the menu's own entries as hosts know them
+    Menu::Listener m_listener;
+    std::uint32_t m_revision = 1;
+    bool m_fetched = false; ///< whether anybody asked for the layout yet
+    bool m_publishing = false; ///< whether publish() is under way from the event loop
+    QObject m_context;
+    BusSlot m_slot;
+};
+
+} // namespace amperly

@@ -1,0 +1,43 @@
+#include "platform/linux/tray/desktop_ink.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace amperly {
+
+DesktopInk::DesktopInk(BusConnection* connection) : m_tray(X11TrayColors::create())
+{
+    if (m_tray)
+        m_tray->onChanged([this] { announce(); });
+    if (connection) {
+        m_scheme.emplace(*connection);
+        m_scheme->onChanged([this] { announce(); });
+    }
+}
+
+Ink DesktopInk::ink(PanelInk panel) const
+{
+    InkFacts facts;
+    if (m_tray)
+        facts.tray = m_tray->ink();
+    if (m_scheme)
+        facts.prefersDark = m_scheme->prefersDark();
+    facts.paletteText = Ink{QGuiApplication::palette().color(QPalette::WindowText).rgba()};
+    return chooseInk(panel, facts);
+}
+
+void DesktopInk::panelChanged()
+{
+    if (m_tray)
+        m_tray->refresh();
+    if (m_scheme)
+        m_scheme->refresh();
+}
+
+void DesktopInk::announce()
+{
+    if (m_changed)
+        m_changed();
+}
+
+} // namespace amperly

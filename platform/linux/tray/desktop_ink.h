@@ -1,0 +1,32 @@
+// The ink from everything that this desktop tells: the X11 tray's colours, the portal's colour
+// scheme, the toolkit's palette.
+#pragma once
+
+#include "platform/linux/tray/colour_scheme.h"
+#include "platform/linux/tray/ink_source.h"
+#include "platform/linux/tray/x11_tray_colors.h"
+
+#include <memory>
+#include <optional>
+
+namespace amperly {
+
+class DesktopInk : public InkSource {
+public:
+    /// Asks the portal over `connection`, which must outlive this object; without one, there is
+    /// no portal.
+    explicit DesktopInk(BusConnection* connection);
+
+    [[nodiscard]] Ink ink(PanelInk panel) const override;
+    void onChanged(std::function<void()> handler) override { m_changed = std::move(handler); }
+    void panelChanged() override;
+
+private:
+    void announce();
+
+    std::unique_ptr<X11TrayColors> m_tray;
+    std::optional<ColourScheme> m_scheme;
+    std::function<void()> m_changed;
+};
+
+} // namespace amperly

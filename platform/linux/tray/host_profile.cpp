@@ -1,0 +1,99 @@
+#include "platform/linux/tray/host_profile.h"
+
+#include <array>
+
+namespace amperly {
+
+namespace {
+
+constexpr HostProfile kUnknown{};
+
+constexpr HostProfile kWaybar{};
+
+constexpr HostProfile kMate{.ink = PanelInk::ColourScheme};
+
+constexpr HostProfile kXfce{
+    .drawing = ItemDrawing::Tiles,
+    .ink = PanelInk::ColourScheme,
+    .lastRegisteredFirst = true,
+    .takesLargestPixmap = true,
+    .globalCoordinates = true,
+};
+
+constexpr HostProfile kLxqt{
+    .drawing = ItemDrawing::Tiles,
+    .ink = PanelInk::Palette,
+    .toolTip = ToolTipText::Plain,
+    .globalCoordinates = true,
+};
+
+constexpr HostProfile kPlasma{
+    .drawing = ItemDrawing::Tiles,
+    .ink = PanelInk::Palette,
+    .globalCoordinates = true,
+};
+
+constexpr HostProfile kCinnamon{.drawing = ItemDrawing::Tiles, .ink = PanelInk::ColourScheme};
+
+constexpr HostProfile kSwaybar{.drawing = ItemDrawing::Tiles, .toolTip = ToolTipText::None};
+
+constexpr HostProfile kGnome{
+    .drawing = ItemDrawing::Labelled,
+    .toolTip = ToolTipText::None,
+    .lastRegisteredFirst = true,
+    .leftClickOpensMenu = true,
+};
+
+struct Row {
+    std::string_view name;
+    HostProfile profile;
+};
+
+/// By the start of the process's name.
+constexpr std::array kByProcess{
+    Row{"waybar", kWaybar},
+    Row{"mate-panel", kMate},
+    Row{"notification-ar", kMate}, // the notification area where it runs out of process
+    Row{"panel-", kXfce}, // panel-N-systray: each panel plugin is a process of its own
+    Row{"xfce4-panel", kXfce},
+    Row{"lxqt-panel", kLxqt},
+    Row{"kded", kPlasma},
+    Row{"plasmashell", kPlasma},
+    Row{"xapp-sn-watcher", kCinnamon},
+    Row{"cinnamon", kCinnamon},
+    Row{"swaybar", kSwaybar},
+    Row{"gnome-shell", kGnome},
+};
+
+/// By one word of the desktop's list. Compositors without a panel of their own are missing:
+/// their name says nothing about the bar.
+constexpr std::array kByDesktop{
+    Row{"MATE", kMate},
+    Row{"XFCE", kXfce},
+    Row{"LXQt", kLxqt},
+    Row{"KDE", kPlasma},
+    Row{"X-Cinnamon", kCinnamon},
+    Row{"GNOME", kGnome},
+};
+
+} // namespace
+
+HostProfile hostProfile(std::string_view process, std::string_view currentDesktop)
+{
+    for (const Row& row : kByProcess) {
+        if (process.starts_with(row.name))
+            return row.profile;
+    }
+    while (!currentDesktop.empty()) {
+        const std::size_t end = currentDesktop.find(':');
+        const std::string_view word = currentDesktop.substr(0, end);
+        for (const Row& row : kByDesktop) {
+            if (word == row.name)
+                return row.profile;
+        }
+        currentDesktop.remove_prefix(end == std::string_view::npos ? currentDesktop.size() : end + 1);
+    }
+    return kUnknown;
+}
+
+} // namespace amperly

@@ -1,0 +1,52 @@
+// What is known about the panels that show status items: how each one draws an item, and which
+// of the protocol's promises it does not keep.
+#pragma once
+
+#include <string_view>
+
+namespace amperly {
+
+/// How the item is drawn for a host.
+enum class ItemDrawing {
+    Wide, ///< one item, its picture as wide as it is
+    Tiles, ///< a square item for each reading, because a wide picture is squeezed to a strip
+    Labelled, ///< one item, a glyph with the readings as a text beside it
+};
+
+/// Where the ink comes from when the tray does not state a colour of its own.
+enum class PanelInk {
+    White, ///< the panel is dark whatever the applications are
+    Palette, ///< the panel is drawn in the toolkit's colours
+    ColourScheme, ///< the panel goes with the desktop's light or dark scheme
+};
+
+/// How tool tips are read.
+enum class ToolTipText { None, Plain, Markup };
+
+struct HostProfile {
+    ItemDrawing drawing = ItemDrawing::Wide;
+    PanelInk ink = PanelInk::White;
+    ToolTipText toolTip = ToolTipText::Markup;
+
+    /// The item that registered last stands first.
+    bool lastRegisteredFirst = false;
+
+    /// The host scales its largest pixmap down, however well a smaller one would fit.
+    bool takesLargestPixmap = false;
+
+    /// Clicks come with coordinates of the screen. Other hosts count from the item's corner or
+    /// make them up.
+    bool globalCoordinates = false;
+
+    /// A left click opens the menu without telling.
+    bool leftClickOpensMenu = false;
+
+    friend bool operator==(const HostProfile&, const HostProfile&) = default;
+};
+
+/// The profile of the host whose process is called `process` (as /proc/PID/comm has it, cut at 15
+/// characters; empty if unknown), on the desktop that XDG_CURRENT_DESKTOP names (a list with
+/// colons; empty if unset). The desktop counts where the process says nothing.
+[[nodiscard]] HostProfile hostProfile(std::string_view process, std::string_view currentDesktop);
+
+} // namespace amperly

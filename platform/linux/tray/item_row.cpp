@@ -1,0 +1,205 @@
+#include "platform/linux/tray/item_row.h"
+
+#include <cmath>
+#include <utility>
+
+namespace amperly {
+
+namespace {
+
+/// The side of a tray icon at scale 1. Hosts show a picture of just their size unscaled.
+constexpr int kTilePoints = 22;
+
+/// Between two readings in a label.
+constexpr std::string_view kLabelSeparator = " \u00b7 ";
+
+void drawInto(StatusNotifierItem& item, std::size_t index, CoverageMask& scratch, auto draw)
+{
+    draw(scratch);
+    item.setPixmap(index, scratch);
+}
+
+} // namespace
+
+ItemRow::ItemRow(const HostProfile& profile, std::string busAddress, ExportedMenu menu)
+    : m_profile(profile), m_busAddress(std::move(busAddress)), m_menu(std::move(menu))
+{
+}
+
+ItemRow::Place ItemRow::openPlace()
+{
+    Place place;
+    place.connection = BusConnection::open(m_busAddress);
+    if (!place.connection)
+        return place;
+    if (m_menu.menu) {
+        place.menu
+            = std::make_unique<DbusMenu>(*place.connection, *m_menu.menu, *m_menu.opening, m_menu.leading);
+    }
+    place.item = std::make_unique<StatusNotifierItem>(
+        *place.connection, m_profile, m_menu.menu ? DbusMenu::kPath : "");
+    place.item->onClick([this](const StatusClick& click) {
+        if (m_clickHandler)
+            m_clickHandler(click);
+    });
+    place.item->onActivationToken([this](const char* token) {
+        if (m_tokenHandler)
+            m_tokenHandler(token);
+    });
+    place.item->setTexts(m_toolTip, m_spokenLabel);
+    place.connection->onClosed([this] {
+        if (m_closedHandler)
+            m_closedHandler();
+    });
+    return place;
+}
+
+void ItemRow::resize(std::size_t count)
+{
+    // From the end, where the order of the others does not depend on it: the reading that an item
+    // shows follows from its place.
+    while (m_places.size() > count) {
+        m_places.back().item->forgetWatcher();
+        m_retired.push_back(std::move(m_places.back()));
+        m_places.pop_back();
+        if (m_retired.size() == 1)
+            QMetaObject::invokeMethod(
+                &m_context, [this] { m_retired.clear(); }, Qt::QueuedConnection);
+    }
+    while (m_places.size() < count) {
+        Place place = openPlace();
+        if (!place.connection)
+            return;
+        m_places.push_back(std::move(place));
+    }
+}
+
+void ItemRow::showPicture(const StatusPicture& picture, double scale, Ink ink)
+{
+    m_ink = ink;
+    resize(m_profile.drawing == ItemDrawing::Tiles ? static_cast<std::size_t>(picture.readingCount()) : 1);
+    setInk(ink);
+    switch (m_profile.drawing) {
+    case ItemDrawing::Wide:
+        drawWide(picture);
+        break;
+    case ItemDrawing::Tiles:
+        drawTiles(picture, scale);
+        break;
+    case ItemDrawing::Labelled:
+        drawLabelled(picture);
+        break;
+    }
+    registerNext();
+}
+
+void ItemRow::drawWide(const StatusPicture& picture)
+{
+    // The wide ones first: hosts for squares find a square further on.
+    for (Place& place : m_places) {
+        StatusNotifierItem& item = *place.item;
+        item.setPixmapCount(4);
+        drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.draw(mask, 1.0); });
+        drawInto(item, 1, m_scratch, [&](CoverageMask& mask) { picture.draw(mask, 2.0); });
+        drawInto(item, 2, m_scratch, [&](CoverageMask& mask) { picture.drawTile(mask, 0, kTilePoints); });
+        drawInto(item, 3, m_scratch, [&](CoverageMask& mask) { picture.drawTile(mask, 0, 2 * kTilePoints); });
+    }
+}
+
+void ItemRow::drawTiles(const StatusPicture& picture, double scale)
+{
+    const int exact = static_cast<int>(std::lround(kTilePoints * scale));
+    m_sizes.assign({exact});
+    if (!m_profile.takesLargestPixmap) {
+        for (const int other : {kTilePoints, 2 * kTilePoints}) {
+            if (other != exact)
+                m_sizes.push_back(other);
+        }
+    }
+    const int last = static_cast<int>(m_places.size()) - 1;
+    for (int place = 0; place <= last; ++place) {
+        const int reading = m_profile.lastRegisteredFirst ? last - place : place;
+        StatusNotifierItem& item = *m_places[static_cast<std::size_t>(place)].item;
+        item.setPixmapCount(m_sizes.size());
+        for (std::size_t size = 0; size < m_sizes.size(); ++size) {
+            drawInto(item, size, m_scratch,
+                [&](CoverageMask& mask) { picture.drawTile(mask, reading, m_sizes[size]); });
+        }
+    }
+}
+
+void ItemRow::drawLabelled(const StatusPicture& picture)
+{
+    m_label.clear();
+    for (int reading = 0; reading < picture.readingCount(); ++reading) {
+        const std::string_view text = picture.readingText(reading);
+        if (!text.empty() && !m_label.empty())
+            m_label += kLabelSeparator;
+        m_label += text;
+    }
+    for (Place& place : m_places) {
+        StatusNotifierItem& item = *place.item;
+        item.setPixmapCount(2);
+        drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, kTilePoints); });
+        drawInto(item, 1, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, 2 * kTilePoints); });
+        item.setLabel(m_label);
+    }
+}
+
+void ItemRow::showTexts(std::optional<std::string_view> toolTip, std::string_view spokenLabel)
+{
+    m_toolTip = toolTip;
+    m_spokenLabel = spokenLabel;
+    for (Place& place : m_places)
+        place.item->setTexts(toolTip, spokenLabel);
+}
+
+void ItemRow::setInk(Ink ink)
+{
+    m_ink = ink;
+    for (Place& place : m_places)
+        place.item->setInk(ink);
+}
+
+void ItemRow::publish()
+{
+    for (Place& place : m_places)
+        place.item->publish();
+}
+
+void ItemRow::registerWith(const std::string& watcher)
+{
+    forgetWatcher();
+    m_watcher = watcher;
+    registerNext();
+}
+
+void ItemRow::forgetWatcher()
+{
+    m_watcher.clear();
+    for (Place& place : m_places) {
+        place.item->forgetWatcher();
+        place.registration = Registration::Outstanding;
+    }
+}
+
+void ItemRow::registerNext()
+{
+    if (m_watcher.empty())
+        return;
+    // One after the other: from several connections at once, the order would be the bus's choice.
+    for (std::size_t index = 0; index < m_places.size(); ++index) {
+        if (m_places[index].registration == Registration::UnderWay)
+            return;
+        if (m_places[index].registration == Registration::Done)
+            continue;
+        m_places[index].registration = Registration::UnderWay;
+        m_places[index].item->registerWith(m_watcher, [this, index] {
+            m_places[index].registration = Registration::Done;
+            registerNext();
+        });
+        return;
+    }
+}
+
+} // namespace amperly

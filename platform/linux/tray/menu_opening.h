@@ -1,0 +1,54 @@
+// Knows whether the exported menu is open, from what hosts tell, and announces each opening once.
+//
+// Hosts differ in what they tell. All ask whether the menu is about to be shown, some of them
+// twice; most say when it has opened and closed, some never; one that ends says nothing at all.
+#pragma once
+
+#include "platform/menu.h"
+
+#include <QObject>
+#include <QTimer>
+#include <chrono>
+
+namespace amperly {
+
+class MenuOpening {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    /// A question so soon after another one is about the same opening.
+    static constexpr std::chrono::milliseconds kSameOpening{1000};
+
+    /// A menu that was asked for, but of which nothing was heard since, counts as closed then.
+    static constexpr std::chrono::seconds kUnconfirmed{30};
+
+    /// `menu` must outlive this object.
+    explicit MenuOpening(Menu& menu);
+
+    /// A host is about to show the menu. A menu that is still open by then was closed without
+    /// a word: this is the next opening.
+    void aboutToShow(TimePoint now);
+
+    void opened(); ///< a host says that it shows the menu
+    void closed(); ///< a host says that it does not any more, or is gone itself
+
+    /// The user has chosen `entry`: that closes the menu, and the entry's action runs from the
+    /// event loop.
+    void choose(const MenuEntry& entry);
+
+    [[nodiscard]] bool isOpen() const { return m_state != State::Closed; }
+
+    /// Whether the menu will be taken for closed if no word comes.
+    [[nodiscard]] bool isUnconfirmed() const { return m_expiry.isActive(); }
+
+private:
+    enum class State { Closed, Announced, Confirmed };
+
+    Menu& m_menu;
+    State m_state = State::Closed;
+    TimePoint m_lastQuestion;
+    QTimer m_expiry;
+    QObject m_context;
+};
+
+} // namespace amperly

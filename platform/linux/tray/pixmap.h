@@ -1,0 +1,20 @@
+// Pictures as status items carry them: straight (not premultiplied) ARGB, each pixel four bytes
+// in network order, rows from the top.
+#pragma once
+
+#include "platform/coverage_mask.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace amperly {
+
+/// Bytes that `mask` takes as a pixmap.
+[[nodiscard]] std::size_t pixmapSize(const CoverageMask& mask);
+
+/// Writes `mask` in `ink` to `bytes`, which is of pixmapSize(). A translucent ink makes the
+/// coverage as much weaker.
+void writePixmap(const CoverageMask& mask, Ink ink, std::span<std::uint8_t> bytes);
+
+} // namespace amperly

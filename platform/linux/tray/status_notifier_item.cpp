@@ -1,0 +1,302 @@
+#include "platform/linux/tray/status_notifier_item.h"
+
+#include "platform/linux/tray/markup.h"
+#include "platform/linux/tray/pixmap.h"
+
+#include <array>
+#include <span>
+#include <utility>
+
+namespace amperly {
+
+namespace {
+
+constexpr const char* kInterfaceName = "org.kde.StatusNotifierItem";
+
+StatusNotifierItem& itemAt(void* self)
+{
+    return *static_cast<StatusNotifierItem*>(self);
+}
+
+/// Assigns where it differs. Tells whether it did.
+template <typename Kept, typename Given>
+bool replace(Kept& kept, const Given& given)
+{
+    if (kept == given)
+        return false;
+    kept = given;
+    return true;
+}
+
+struct ConstantText {
+    std::string_view property;
+    const char* value;
+};
+
+/// Every other text is empty, IconName above all: a name there would win over the pixmaps.
+constexpr std::array kConstantTexts{
+    ConstantText{"Category", "Hardware"},
+    ConstantText{"Id", "amperly"},
+    ConstantText{"Title", "Amperly"},
+    ConstantText{"Status", "Active"},
+};
+
+} // namespace
+
+const sd_bus_vtable StatusNotifierItem::kInterface[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_PROPERTY("Category", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Id", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Title", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("Status", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("WindowId", "i", windowId, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("ItemIsMenu", "b", itemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Menu", "o", menuPath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("IconThemePath", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("IconName", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("IconPixmap", "a(iiay)", iconPixmap, 0, 0),
+    SD_BUS_PROPERTY("IconAccessibleDesc", "s", spokenLabel, 0, SD_BUS_VTABLE_PROPERTY_EMITS_CHANGE),
+    SD_BUS_PROPERTY("OverlayIconName", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", noPixmap, 0, 0),
+    SD_BUS_PROPERTY("AttentionIconName", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", noPixmap, 0, 0),
+    SD_BUS_PROPERTY("AttentionMovieName", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", toolTip, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabel", "s", label, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", constantText, 0, 0),
+    SD_BUS_METHOD("Activate", "ii", "", activate, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("SecondaryActivate", "ii", "", activate, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("ContextMenu", "ii", "", contextMenu, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("Scroll", "is", "", scroll, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", provideToken, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", secondaryActivate, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_SIGNAL("NewIcon", "", 0),
+    SD_BUS_SIGNAL("NewToolTip", "", 0),
+    SD_BUS_SIGNAL("NewTitle", "", 0),
+    SD_BUS_SIGNAL("NewStatus", "s", 0),
+    SD_BUS_SIGNAL("XAyatanaNewLabel", "ss", 0),
+    SD_BUS_VTABLE_END,
+};
+
+StatusNotifierItem::StatusNotifierItem(
+    BusConnection& connection, const HostProfile& profile, std::string menuPath)
+    : m_connection(connection), m_profile(profile), m_menuPath(std::move(menuPath))
+{
+    sd_bus_slot* slot = nullptr;
+    sd_bus_add_object_vtable(m_connection.bus(), &slot, kPath, kInterfaceName, kInterface, this);
+    m_object.reset(slot);
+}
+
+void StatusNotifierItem::setPixmapCount(std::size_t count)
+{
+    if (m_pixmaps.size() == count)
+        return;
+    m_pixmaps.resize(count);
+    m_pictureChanged = true;
+}
+
+void StatusNotifierItem::setPixmap(std::size_t index, CoverageMask& drawn)
+{
+    if (m_pixmaps[index] == drawn)
+        return;
+    std::swap(m_pixmaps[index], drawn);
+    m_pictureChanged = true;
+}
+
+void StatusNotifierItem::setInk(Ink ink)
+{
+    m_pictureChanged |= replace(m_ink, ink);
+}
+
+void StatusNotifierItem::setTexts(std::optional<std::string_view> toolTip, std::string_view spokenLabel)
+{
+    m_toolTipChanged |= replace(m_toolTip, toolTip);
+    if (replace(m_spokenLabel, spokenLabel)) {
+        m_spokenChanged = true;
+        m_toolTipChanged |= m_toolTip.has_value(); // which has the label as its second line
+    }
+}
+
+void StatusNotifierItem::setLabel(std::string_view label)
+{
+    m_labelChanged |= replace(m_label, label);
+}
+
+void StatusNotifierItem::publish()
+{
+    const bool picture = std::exchange(m_pictureChanged, false);
+    const bool toolTip = std::exchange(m_toolTipChanged, false);
+    const bool spoken = std::exchange(m_spokenChanged, false);
+    const bool label = std::exchange(m_labelChanged, false);
+    if (!m_registered || !m_connection.isOpen())
+        return;
+    if (picture)
+        m_connection.emitSignal(kPath, kInterfaceName, "NewIcon");
+    if (toolTip && m_profile.toolTip != ToolTipText::None)
+        m_connection.emitSignal(kPath, kInterfaceName, "NewToolTip");
+    if (m_profile.drawing != ItemDrawing::Labelled)
+        return;
+    if (label) {
+        sd_bus_emit_signal(
+            m_connection.bus(), kPath, kInterfaceName, "XAyatanaNewLabel", "ss", m_label.c_str(), "");
+    }
+    // The label's host reads the spoken description too, and there is no signal for it.
+    if (spoken) {
+        sd_bus_emit_properties_changed(
+            m_connection.bus(), kPath, kInterfaceName, "IconAccessibleDesc", nullptr);
+    }
+    m_connection.settle();
+}
+
+void StatusNotifierItem::registerWith(const std::string& watcher, std::function<void()> done)
+{
+    m_registrationDone = std::move(done);
+    // From here on the host may ask, so from here on it must hear of changes.
+    m_registered = true;
+    sd_bus_slot* slot = nullptr;
+    sd_bus_call_method_async(m_connection.bus(), &slot, watcher.c_str(), "/StatusNotifierWatcher",
+        "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem", registered, this, "s", kPath);
+    m_registration.reset(slot);
+    m_connection.settle();
+}
+
+int StatusNotifierItem::registered(sd_bus_message*, void* self, sd_bus_error*)
+{
+    if (const std::function<void()> done = std::exchange(itemAt(self).m_registrationDone, nullptr))
+        done();
+    return 0;
+}
+
+void StatusNotifierItem::forgetWatcher()
+{
+    m_registered = false;
+    m_registration.reset();
+    m_registrationDone = nullptr;
+}
+
+int StatusNotifierItem::constantText(
+    sd_bus*, Text, Text, Text property, sd_bus_message* reply, void*, sd_bus_error*)
+{
+    const char* value = "";
+    for (const ConstantText& constant : kConstantTexts) {
+        if (constant.property == property)
+            value = constant.value;
+    }
+    return sd_bus_message_append(reply, "s", value);
+}
+
+int StatusNotifierItem::menuPath(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    const std::string& path = itemAt(self).m_menuPath;
+    return sd_bus_message_append(reply, "o", path.empty() ? "/NO_DBUSMENU" : path.c_str());
+}
+
+int StatusNotifierItem::itemIsMenu(sd_bus*, Text, Text, Text, sd_bus_message* reply, void*, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "b", 0); // said, because some hosts take silence for yes
+}
+
+int StatusNotifierItem::windowId(sd_bus*, Text, Text, Text, sd_bus_message* reply, void*, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "i", 0);
+}
+
+int StatusNotifierItem::iconPixmap(
+    sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    const StatusNotifierItem& item = itemAt(self);
+    int result = sd_bus_message_open_container(reply, 'a', "(iiay)");
+    for (const CoverageMask& mask : item.m_pixmaps) {
+        if (result >= 0)
+            result = sd_bus_message_open_container(reply, 'r', "iiay");
+        if (result >= 0)
+            result = sd_bus_message_append(reply, "ii", mask.width, mask.height);
+        void* bytes = nullptr;
+        if (result >= 0)
+            result = sd_bus_message_append_array_space(reply, 'y', pixmapSize(mask), &bytes);
+        if (result >= 0) {
+            // Written straight into the message: pixels exist nowhere else.
+            writePixmap(mask, item.m_ink, {static_cast<std::uint8_t*>(bytes), pixmapSize(mask)});
+            result = sd_bus_message_close_container(reply);
+        }
+    }
+    return result < 0 ? result : sd_bus_message_close_container(reply);
+}
+
+int StatusNotifierItem::noPixmap(sd_bus*, Text, Text, Text, sd_bus_message* reply, void*, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "a(iiay)", 0);
+}
+
+int StatusNotifierItem::toolTip(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    const StatusNotifierItem& item = itemAt(self);
+    if (!item.m_toolTip)
+        return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, "", "");
+    if (item.m_profile.toolTip == ToolTipText::Plain) {
+        return sd_bus_message_append(
+            reply, "(sa(iiay)ss)", "", 0, item.m_toolTip->c_str(), item.m_spokenLabel.c_str());
+    }
+    return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, asMarkup(*item.m_toolTip).c_str(),
+        asMarkup(item.m_spokenLabel).c_str());
+}
+
+int StatusNotifierItem::spokenLabel(
+    sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "s", itemAt(self).m_spokenLabel.c_str());
+}
+
+int StatusNotifierItem::label(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "s", itemAt(self).m_label.c_str());
+}
+
+int StatusNotifierItem::click(sd_bus_message* call, ClickButton button, bool hasPlace)
+{
+    StatusClick click{.button = button, .anchor = {}};
+    if (hasPlace) {
+        ScreenPoint place;
+        const int result = sd_bus_message_read(call, "ii", &place.x, &place.y);
+        if (result < 0)
+            return result;
+        if (m_profile.globalCoordinates)
+            click.anchor = place;
+    }
+    if (m_clickHandler)
+        m_clickHandler(click);
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
+int StatusNotifierItem::activate(sd_bus_message* call, void* self, sd_bus_error*)
+{
+    return itemAt(self).click(call, ClickButton::Left, true);
+}
+
+int StatusNotifierItem::contextMenu(sd_bus_message* call, void* self, sd_bus_error*)
+{
+    return itemAt(self).click(call, ClickButton::Right, true);
+}
+
+int StatusNotifierItem::secondaryActivate(sd_bus_message* call, void* self, sd_bus_error*)
+{
+    return itemAt(self).click(call, ClickButton::Left, false);
+}
+
+int StatusNotifierItem::scroll(sd_bus_message* call, void*, sd_bus_error*)
+{
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
+int StatusNotifierItem::provideToken(sd_bus_message* call, void* self, sd_bus_error*)
+{
+    const char* token = nullptr;
+    const int result = sd_bus_message_read(call, "s", &token);
+    if (result < 0)
+        return result;
+    if (*token && itemAt(self).m_tokenHandler)
+        itemAt(self).m_tokenHandler(token);
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
+} // namespace amperly

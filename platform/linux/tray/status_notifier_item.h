@@ -1,0 +1,106 @@
+// One StatusNotifierItem on the bus. It keeps what it shows as coverage and text and turns them
+// into pixels and markup only while a host asks; a host asks after it was told of a change.
+#pragma once
+
+#include "platform/coverage_mask.h"
+#include "platform/linux/bus/bus_connection.h"
+#include "platform/linux/tray/host_profile.h"
+#include "platform/status_item.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace amperly {
+
+class StatusNotifierItem {
+public:
+    static constexpr const char* kPath = "/StatusNotifierItem";
+
+    /// Exports an item on `connection`, which must outlive it. `menuPath` is where the same
+    /// connection exports the menu; empty for none.
+    StatusNotifierItem(BusConnection& connection, const HostProfile& profile, std::string menuPath);
+    StatusNotifierItem(const StatusNotifierItem&) = delete;
+    StatusNotifierItem& operator=(const StatusNotifierItem&) = delete;
+
+    // Each of these takes note of what differs from before; publish() then tells the host.
+
+    /// How many sizes of the picture there are. The host chooses among them.
+    void setPixmapCount(std::size_t count);
+
+    /// Swaps `drawn` with what was shown, if they differ.
+    void setPixmap(std::size_t index, CoverageMask& drawn);
+    void setInk(Ink ink);
+    void setTexts(std::optional<std::string_view> toolTip, std::string_view spokenLabel);
+
+    /// A text beside the picture, on hosts that show one.
+    void setLabel(std::string_view label);
+
+    /// Sends one signal for each kind of change, none where nothing changed or nobody listens.
+    void publish();
+
+    /// Asks the watcher, by its name on the bus, to show the item; `done` is called when it has
+    /// answered, whatever it says.
+    void registerWith(const std::string& watcher, std::function<void()> done);
+
+    /// Nobody shows the item any more; it waits for the next registration.
+    void forgetWatcher();
+
+    void onClick(StatusItem::ClickHandler handler) { m_clickHandler = std::move(handler); }
+
+    /// Called with the permission to take the user's attention that precedes a click on Wayland.
+    void onActivationToken(std::function<void(const char* token)> handler)
+    {
+        m_tokenHandler = std::move(handler);
+    }
+
+private:
+    static const sd_bus_vtable kInterface[];
+    using Text = const char*;
+
+    static int constantText(
+        sd_bus*, Text, Text, Text property, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int menuPath(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int itemIsMenu(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int windowId(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int iconPixmap(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int noPixmap(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int toolTip(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int spokenLabel(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int label(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+
+    static int activate(sd_bus_message* call, void* self, sd_bus_error*);
+    static int contextMenu(sd_bus_message* call, void* self, sd_bus_error*);
+    static int secondaryActivate(sd_bus_message* call, void* self, sd_bus_error*);
+    static int scroll(sd_bus_message* call, void* self, sd_bus_error*);
+    static int provideToken(sd_bus_message* call, void* self, sd_bus_error*);
+    static int registered(sd_bus_message* reply, void* self, sd_bus_error*);
+
+    int click(sd_bus_message* call, ClickButton button, bool hasPlace);
+
+    BusConnection& m_connection;
+    const HostProfile m_profile;
+    const std::string m_menuPath;
+
+    std::vector<CoverageMask> m_pixmaps;
+    Ink m_ink;
+    std::optional<std::string> m_toolTip;
+    std::string m_spokenLabel;
+    std::string m_label;
+
+    bool m_pictureChanged = false;
+    bool m_toolTipChanged = false;
+    bool m_spokenChanged = false;
+    bool m_labelChanged = false;
+    bool m_registered = false;
+
+    std::function<void()> m_registrationDone;
+    StatusItem::ClickHandler m_clickHandler;
+    std::function<void(const char*)> m_tokenHandler;
+    BusSlot m_registration;
+    BusSlot m_object;
+};
+
+} // namespace amperly
