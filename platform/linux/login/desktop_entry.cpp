@@ -1,19 +1,8 @@
 #include "platform/linux/login/desktop_entry.h"
 
+#include "platform/linux/trimmed.h"
+
 namespace amperly {
-
-namespace {
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view kBlanks = " \t\r";
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
-
-} // namespace
 
 std::string execValue(std::string_view programPath)
 {

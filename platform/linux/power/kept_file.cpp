@@ -1,5 +1,7 @@
 #include "platform/linux/power/kept_file.h"
 
+#include "platform/linux/trimmed.h"
+
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -7,28 +9,9 @@
 
 namespace amperly {
 
-namespace {
-
-bool isBlank(char character)
-{
-    return character == '\n' || character == ' ' || character == '\t' || character == '\r'
-        || character == '\0';
-}
-
-} // namespace
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    return text;
-}
-
 std::optional<std::int64_t> parseNumber(std::string_view text)
 {
-    text = trimmed(text);
+    text = trimmed(text, kSysfsBlanks);
     std::int64_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
@@ -87,7 +70,7 @@ KeptFile::Reading KeptFile::read(std::span<char> buffer)
         break;
     }
     const std::string_view text
-        = size > 0 ? trimmed({buffer.data(), static_cast<std::size_t>(size)}) : std::string_view();
+        = size > 0 ? trimmed({buffer.data(), static_cast<std::size_t>(size)}, kSysfsBlanks) : std::string_view();
     if (text.empty()) {
         m_backoff.failed();
         return {Outcome::Failed};

@@ -53,7 +53,7 @@ private:
 /// The number in a text that has nothing else in it.
 [[nodiscard]] std::optional<std::int64_t> parseNumber(std::string_view text);
 
-/// `text` without blanks and line ends around it.
-[[nodiscard]] std::string_view trimmed(std::string_view text);
+/// What may stand around a value in a file of sysfs.
+inline constexpr std::string_view kSysfsBlanks{"\n \t\r\0", 5};
 
 } // namespace amperly

@@ -1,6 +1,7 @@
 #include "platform/linux/power/supply_attributes.h"
 
 #include "platform/linux/power/kept_file.h"
+#include "platform/linux/trimmed.h"
 
 namespace amperly {
 
@@ -94,7 +95,7 @@ void SupplyAttributes::set(Attribute attribute, std::string_view text)
 {
     if (has(attribute))
         return;
-    text = trimmed(text);
+    text = trimmed(text, kSysfsBlanks);
     switch (attribute) {
     case Attribute::Type:
         m_type = supplyType(text);

@@ -1,6 +1,7 @@
 #include "platform/linux/preferences/ini_document.h"
 
 #include "platform/linux/preferences/ini_text.h"
+#include "platform/linux/trimmed.h"
 
 #include <algorithm>
 #include <optional>

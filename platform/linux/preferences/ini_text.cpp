@@ -1,5 +1,7 @@
 #include "platform/linux/preferences/ini_text.h"
 
+#include "platform/linux/trimmed.h"
+
 #include <charconv>
 #include <cstdint>
 
@@ -159,14 +161,6 @@ bool isPlainText(std::string_view bytes)
         bytes.remove_prefix(length);
     }
     return true;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view kBlanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    return first == text.npos ? text.substr(0, 0)
-                              : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 } // namespace amperly

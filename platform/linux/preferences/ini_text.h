@@ -26,7 +26,4 @@ namespace amperly {
 /// Whether `bytes` are UTF-8 without control characters other than the tabulator.
 [[nodiscard]] bool isPlainText(std::string_view bytes);
 
-/// `text` without the blanks at its ends.
-[[nodiscard]] std::string_view trimmed(std::string_view text);
-
 } // namespace amperly

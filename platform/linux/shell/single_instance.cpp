@@ -56,7 +56,10 @@ const sd_bus_vtable SingleInstance::s_vtable[] = {
     SD_BUS_VTABLE_END,
 };
 
-SingleInstance::SingleInstance(std::string busAddress) : m_busAddress(std::move(busAddress)) { }
+SingleInstance::SingleInstance(Name name, std::string busAddress)
+    : m_name(std::move(name)), m_busAddress(std::move(busAddress))
+{
+}
 
 SingleInstance::~SingleInstance() = default;
 
@@ -67,10 +70,10 @@ SingleInstance::Claim SingleInstance::claim()
         return Claim::NoBus;
     // The object first: once the name is there, a call may follow at once.
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(m_connection->bus(), &slot, kObjectPath, kInterface, s_vtable, this);
+    sd_bus_add_object_vtable(m_connection->bus(), &slot, m_name.objectPath.c_str(), kInterface, s_vtable, this);
     m_object.reset(slot);
 
-    const int owned = sd_bus_request_name(m_connection->bus(), kBusName, 0);
+    const int owned = sd_bus_request_name(m_connection->bus(), m_name.busName.c_str(), 0);
     if (owned == -EEXIST) {
         tellTheOther();
         m_object.reset();
@@ -90,7 +93,7 @@ void SingleInstance::tellTheOther()
 {
     sd_bus_message* made = nullptr;
     if (sd_bus_message_new_method_call(
-            m_connection->bus(), &made, kBusName, kObjectPath, kInterface, "Activate")
+            m_connection->bus(), &made, m_name.busName.c_str(), m_name.objectPath.c_str(), kInterface, "Activate")
         < 0)
         return;
     const BusMessage call(made);

@@ -13,8 +13,11 @@ namespace amperly {
 
 class SingleInstance {
 public:
-    static constexpr const char* kBusName = "io.github.amperly.Amperly";
-    static constexpr const char* kObjectPath = "/io/github/amperly/Amperly";
+    /// What the program is called on the session bus.
+    struct Name {
+        std::string busName;
+        std::string objectPath; ///< the same as a path
+    };
 
     enum class Claim {
         Primary, ///< this process is the one
@@ -23,7 +26,7 @@ public:
     };
 
     /// `busAddress` as BusConnection::open() takes it.
-    explicit SingleInstance(std::string busAddress = {});
+    explicit SingleInstance(Name name, std::string busAddress = {});
     ~SingleInstance();
 
     /// Settles which process it is. Waits for the bus, so it is called once, at the start.
@@ -41,6 +44,7 @@ private:
     int come(sd_bus_message* call);
     void tellTheOther();
 
+    Name m_name;
     std::string m_busAddress;
     std::function<void()> m_activated;
     std::unique_ptr<BusConnection> m_connection;

@@ -46,7 +46,7 @@ using testing::ElementsAre;
 class LinuxDesktopTest : public testing::Test {
 protected:
     TemporaryFolder prefix;
-    SingleInstance instance{"unix:path=/nonexistent/bus"};
+    SingleInstance instance{{"org.example.Program", "/org/example/Program"}, "unix:path=/nonexistent/bus"};
     std::vector<CommandLine> launched;
     bool launches = true;
 

@@ -11,10 +11,12 @@ namespace {
 
 using Claim = SingleInstance::Claim;
 
+const SingleInstance::Name kName{"org.example.Program", "/org/example/Program"};
+
 class SingleInstanceTest : public testing::Test {
 protected:
     SessionBus bus;
-    SingleInstance first{bus.address()};
+    SingleInstance first{kName, bus.address()};
     int activations = 0;
 
     void SetUp() override
@@ -40,7 +42,7 @@ protected:
     Claim claimOfAnother()
     {
         Claim claim = Claim::NoBus;
-        elsewhere([&] { claim = SingleInstance(bus.address()).claim(); });
+        elsewhere([&] { claim = SingleInstance(kName, bus.address()).claim(); });
         return claim;
     }
 
@@ -51,7 +53,7 @@ protected:
         elsewhere([&] {
             const std::unique_ptr<BusConnection> connection = BusConnection::open(bus.address());
             answered
-                = sd_bus_call_method(connection->bus(), SingleInstance::kBusName, SingleInstance::kObjectPath,
+                = sd_bus_call_method(connection->bus(), kName.busName.c_str(), kName.objectPath.c_str(),
                       "org.freedesktop.Application", member, nullptr, nullptr, types, arguments...)
                 >= 0;
         });
@@ -100,7 +102,7 @@ TEST_F(SingleInstanceTest, OpeningAFileAndAnActionBringItForwardToo)
 TEST_F(SingleInstanceTest, AfterTheFirstHasEndedTheNextIsTheOne)
 {
     {
-        SingleInstance earlier(bus.address());
+        SingleInstance earlier(kName, bus.address());
         ASSERT_EQ(earlier.claim(), Claim::Primary);
     }
     EXPECT_EQ(first.claim(), Claim::Primary);
@@ -108,7 +110,7 @@ TEST_F(SingleInstanceTest, AfterTheFirstHasEndedTheNextIsTheOne)
 
 TEST(SingleInstanceAloneTest, WithoutABusNobodyKnows)
 {
-    SingleInstance alone("unix:path=/nonexistent/bus");
+    SingleInstance alone(kName, "unix:path=/nonexistent/bus");
     EXPECT_EQ(alone.claim(), Claim::NoBus);
 }
 

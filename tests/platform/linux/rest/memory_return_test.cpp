@@ -1,4 +1,4 @@
-#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/rest/memory_return.h"
 
 #include <cstdlib>
 #include <fstream>

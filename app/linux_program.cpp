@@ -1,0 +1,116 @@
+#include "app/linux_program.h"
+
+#include "app/app_delegate.h"
+#include "platform/linux/fonts/linux_ui_font.h"
+#include "platform/linux/login/xdg_autostart.h"
+#include "platform/linux/preferences/ini_preference_store.h"
+#include "platform/linux/rest/accessibility_on_demand.h"
+#include "platform/linux/rest/rest_keeper.h"
+#include "platform/linux/shell/launcher.h"
+#include "platform/linux/shell/linux_desktop.h"
+#include "platform/linux/shell/linux_popover_host.h"
+#include "platform/linux/shell/menu_presenter.h"
+#include "platform/linux/shell/timer_source.h"
+#include "platform/linux/tray/desktop_ink.h"
+#include "platform/linux/tray/linux_status_item.h"
+#include "render/status_art.h"
+#include "telemetry/power_reader.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QStandardPaths>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace amperly {
+
+namespace {
+
+bool hasDisplay()
+{
+    for (const char* const name : {"WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (const char* const value = std::getenv(name); value != nullptr && *value != '\0')
+            return true;
+    }
+    return false;
+}
+
+std::string configFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString();
+}
+
+std::string environment(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+int run(const ProgramIdentity& identity, SmcService& smcService, Registry& registry)
+{
+    SingleInstance instance({identity.busName, identity.objectPath});
+    if (instance.claim() == SingleInstance::Claim::HandedOver)
+        return EXIT_SUCCESS;
+
+    LinuxDesktop desktop(instance, {.version = AMPERLY_VERSION});
+    IniPreferenceStore preferences(
+        configFolder() + '/' + identity.settingsFile, [&desktop](const std::string& line) { desktop.log(line); });
+    XdgAutostart loginItem({identity.applicationId, identity.name, Installation::runningProgram().string()},
+        configFolder(),
+        [](const std::string& program, const std::string& argument) {
+            return argument.empty() ? startDetached({program}) : startDetached({program, argument});
+        });
+
+    LinuxUiFont uiFont(QApplication::font().family().toStdString());
+    StatusArt art(uiFont);
+
+    TimerSlack slack;
+    QtTimerSource timers(slack);
+    LinuxPopoverHost popover(slack);
+    MenuPresenter menus;
+    const std::unique_ptr<BusConnection> inkConnection = BusConnection::open();
+    DesktopInk ink(inkConnection.get());
+    LinuxStatusItem statusItem({
+        .ink = ink,
+        .openMenu = [&menus](Menu& menu, std::optional<ScreenPoint> anchor) { menus.open(menu, anchor); },
+        .log = [&desktop](std::string_view line) { desktop.log(line); },
+        .currentDesktop = environment("XDG_CURRENT_DESKTOP"),
+    });
+
+    const Injected<PreferenceStore> standardPreferences(preferences);
+    const Injected<StatusArt> currentArt(art);
+    const Injected<Desktop> currentDesktop(desktop);
+    const Injected<LoginItem> currentLoginItem(loginItem);
+    const PowerReader::Sources sources(smcService, registry);
+
+    AppDelegate application({smcService, registry, preferences, timers, statusItem, popover, loginItem, desktop, uiFont});
+    application.applicationDidFinishLaunching();
+
+    const AccessibilityOnDemand accessibility;
+    const RestKeeper restKeeper;
+    // Not QApplication's own exec(), which would start the bridge to assistive technology, with a
+    // bus connection and a thread of its own, for a program that has nothing on screen yet.
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int runLinuxProgram(
+    int argc, char** argv, const ProgramIdentity& identity, SmcService& smcService, Registry& registry)
+{
+    if (!hasDisplay()) {
+        std::fprintf(stderr, "%s: there is no display to show anything on.\n", identity.name);
+        return EXIT_FAILURE;
+    }
+    allowLayerWindows();
+    const QApplication toolkit(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName(QString::fromUtf8(identity.name));
+    QGuiApplication::setDesktopFileName(QString::fromUtf8(identity.applicationId));
+    return run(identity, smcService, registry);
+}
+
+} // namespace amperly

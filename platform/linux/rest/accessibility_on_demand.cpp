@@ -1,0 +1,23 @@
+#include "platform/linux/rest/accessibility_on_demand.h"
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QEvent>
+
+namespace amperly {
+
+AccessibilityOnDemand::AccessibilityOnDemand()
+{
+    qApp->installEventFilter(this);
+}
+
+bool AccessibilityOnDemand::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show && watched->isWindowType()) {
+        qApp->removeEventFilter(this);
+        QAccessible::setRootObject(qApp);
+    }
+    return false;
+}
+
+} // namespace amperly

@@ -1,0 +1,50 @@
+#include "platform/linux/rest/rest_keeper.h"
+
+#include "platform/linux/rest/memory_return.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace amperly {
+
+namespace {
+
+bool anyWindowVisible()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.begin(), windows.end(), [](const QWindow* window) { return window->isVisible(); });
+}
+
+} // namespace
+
+RestKeeper::RestKeeper(std::function<void()> giveBack)
+{
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(kSettlingMilliseconds);
+    connect(&m_settling, &QTimer::timeout, this, [giveBack = std::move(giveBack)] {
+        if (!anyWindowVisible())
+            giveBack();
+    });
+    m_settling.start();
+    qApp->installEventFilter(this);
+}
+
+RestKeeper::~RestKeeper() = default;
+
+bool RestKeeper::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Hide && watched->isWindowType())
+        m_settling.start();
+    return false;
+}
+
+void RestKeeper::returnMemory()
+{
+    returnUnusedMemory();
+}
+
+} // namespace amperly

@@ -1,0 +1,53 @@
+// The whole program on a recording desktop, with readings and time in the test's hands.
+#pragma once
+
+#include "app/app_delegate.h"
+#include "platform/simulated/desktop/simulated_platform.h"
+#include "platform/simulated/memory_preference_store.h"
+#include "prefs/pref.h"
+#include "tests/app/canned_readings.h"
+#include "tests/support/pinned_drawing.h"
+#include "tests/support/print_sample.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace amperly {
+
+class ApplicationTest : public testing::Test {
+protected:
+    /// Starts the program; the first reading is taken at once.
+    void launch()
+    {
+        app = std::make_unique<AppDelegate>(platform.platform());
+        app->applicationDidFinishLaunching();
+    }
+
+    /// Launches, then shows `sample` as it is, whatever smoothing does.
+    void launchWith(const PowerSample& sample)
+    {
+        readings.give(sample);
+        launch();
+    }
+
+    /// The next tick, with this reading.
+    void tickWith(const std::optional<PowerSample>& sample)
+    {
+        readings.give(sample);
+        platform.advance(app->timer()->intervalSeconds());
+    }
+
+    void click(ClickButton button) { platform.statusItem.click(button); }
+
+    [[nodiscard]] std::vector<std::string> menuTitles() const { return platform.statusItem.visibleTitles(); }
+
+    PinnedDrawing drawing;
+    MemoryPreferenceStore preferences;
+    Injected<PreferenceStore> standardPreferences{preferences};
+    SimulatedPlatform platform{preferences};
+    CannedReadings readings;
+    std::unique_ptr<AppDelegate> app;
+};
+
+} // namespace amperly
