@@ -70,6 +70,22 @@ class Picture:
                 groups.append([column, column + 1])
         return [tuple(group) for group in groups]
 
+    def changed_area(self, earlier):
+        """(left, top, right, bottom) of what differs from an earlier picture of the same size."""
+        changes = []
+        for y in range(self.height):
+            one, other = self.row(y), earlier.row(y)
+            if one != other:
+                # The first and the last byte that differ are the highest and the lowest set bits.
+                bits = int.from_bytes(one, "big") ^ int.from_bytes(other, "big")
+                first = len(one) - (bits.bit_length() + 7) // 8
+                last = len(one) - ((bits & -bits).bit_length() + 7) // 8
+                changes.append((y, first // 3, last // 3))
+        if not changes:
+            return None
+        return (min(left for _, left, _ in changes), changes[0][0],
+                max(right for _, _, right in changes) + 1, changes[-1][0] + 1)
+
     def save(self, path):
         path = pathlib.Path(path)
         path.parent.mkdir(parents=True, exist_ok=True)

@@ -3,6 +3,7 @@
 import os
 import pathlib
 import shutil
+import subprocess
 import tempfile
 
 from .bus import Bus
@@ -10,6 +11,7 @@ from .processes import Keeper, child_environment
 from .waiting import DesktopError, wait_until
 
 NOBODY = 65534
+TOOL_SECONDS = 20
 
 # The distribution's own configuration would do, but for one thing: it admits one user only, and
 # where a compositor refuses to run as root, the one who watches is not the one who is watched.
@@ -79,6 +81,23 @@ class Session:
     def start(self, name, command, pass_fds=(), **more):
         return self.keeper.start(
             name, [str(part) for part in command], self.environment(**more), self.user, pass_fds)
+
+    def run(self, *command, accepted=(0,), text=True, **more):
+        """Runs a tool that ends by itself and returns what it printed."""
+        identity = {} if self.user is None else {
+            "user": self.user, "group": self.user, "extra_groups": []}
+        try:
+            done = subprocess.run(
+                [str(part) for part in command], env=self.environment(**more), check=False,
+                stdin=subprocess.DEVNULL, capture_output=True, timeout=TOOL_SECONDS, **identity)
+        except FileNotFoundError as error:
+            raise DesktopError(f"{command[0]} is not installed") from error
+        except subprocess.TimeoutExpired as error:
+            raise DesktopError(f"{command[0]} did not end within {TOOL_SECONDS} s") from error
+        if done.returncode not in accepted:
+            reason = done.stderr.decode(errors="replace").strip().splitlines()
+            raise DesktopError(f"{command[0]} failed: {reason[-1] if reason else done.returncode}")
+        return done.stdout.decode(errors="replace") if text else done.stdout
 
     def write(self, path, text):
         """Writes a file of the session's user, by rename, making its folder; returns the path."""

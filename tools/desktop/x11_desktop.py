@@ -1,17 +1,20 @@
 """A virtual X screen with a window manager, a pointer and a keyboard."""
 
+import contextlib
+import ctypes
 import dataclasses
 import os
 import re
 import secrets
 import struct
-import subprocess
 
 from .picture import FrameBuffer
 from .session import Session
 from .waiting import DesktopError, wait_until
 
 WIDTH, HEIGHT = 1200, 900  # logical pixels; room for the settings window and a panel
+
+BACKGROUND = 0x4A5A78
 
 # A window's number, its size and its place on the screen, as xwininfo lists them.
 WINDOW_LINE = re.compile(r"^ +(0x[0-9a-f]+) .*?  (\d+)x(\d+)\+-?\d+\+-?\d+  \+(-?\d+)\+(-?\d+)$", re.M)
@@ -34,8 +37,6 @@ class Window:
 class X11Desktop(Session):
     """`scale` is the pixels per logical pixel that toolkits are told of."""
 
-    kind = "x11"
-
     def __init__(self, scale=1):
         super().__init__()
         self.scale = scale
@@ -45,6 +46,7 @@ class X11Desktop(Session):
         super().__enter__()
         try:
             self._start_display()
+            self._paint_background()
             self._start_window_manager()
         except BaseException:
             self.__exit__()
@@ -90,19 +92,6 @@ class X11Desktop(Session):
     def window_title(self, window):
         return self.run("xdotool", "getwindowname", window.number).strip()
 
-    def run(self, *command, accepted=(0,)):
-        """Runs a small tool on this desktop and returns what it printed."""
-        try:
-            done = subprocess.run([str(part) for part in command], env=self.environment(), text=True,
-                                  stdin=subprocess.DEVNULL, capture_output=True, timeout=20, check=False)
-        except FileNotFoundError as error:
-            raise DesktopError(f"{command[0]} is not installed") from error
-        except subprocess.TimeoutExpired as error:
-            raise DesktopError(f"{command[0]} did not end within 20 s") from error
-        if done.returncode not in accepted:
-            raise DesktopError(f"{command[0]} failed: {done.stderr.strip()}")
-        return done.stdout
-
     def _places(self):
         """Every window by its number, seen or not."""
         tree = self.run("xwininfo", "-root", "-tree")
@@ -138,11 +127,39 @@ class X11Desktop(Session):
                      f"Xft.dpi:\t{96 * self.scale}\n")
             self.add_variables(GDK_SCALE=str(self.scale), GDK_DPI_SCALE=str(1 / self.scale))
 
+    def _paint_background(self):
+        """Gives the empty desktop a colour, so that pictures show where a window ends."""
+        library = ctypes.CDLL("libX11.so.6")
+        library.XOpenDisplay.restype = library.XDefaultRootWindow.restype = ctypes.c_void_p
+        with _environment(self.environment()):
+            display = ctypes.c_void_p(library.XOpenDisplay(None))
+        if not display:
+            raise DesktopError("the virtual screen can't be reached")
+        root = ctypes.c_ulong(library.XDefaultRootWindow(display))
+        library.XSetWindowBackground(display, root, ctypes.c_ulong(BACKGROUND))
+        library.XClearWindow(display, root)
+        library.XCloseDisplay(display)
+
     def _start_window_manager(self):
         manager = self.start("openbox", ["openbox"])
         wait_until(lambda: not manager.running or "window id" in self.run(
             "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), 10, "the window manager")
         manager.require_running()
+
+
+@contextlib.contextmanager
+def _environment(variables):
+    """The process's own environment for as long as a library looks at it."""
+    before = {name: os.environ.get(name) for name in ("DISPLAY", "XAUTHORITY")}
+    os.environ.update({name: variables[name] for name in before})
+    try:
+        yield
+    finally:
+        for name, value in before.items():
+            if value is None:
+                del os.environ[name]
+            else:
+                os.environ[name] = value
 
 
 def _authority(cookie):

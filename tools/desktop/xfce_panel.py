@@ -1,11 +1,7 @@
 """XFCE's panel on a virtual X screen: a status area for real, on X11."""
 
-from .status_item import has_watcher
-from .waiting import wait_until, wait_until_steady
+from .status_area import DARK, StatusArea
 from .x11_desktop import X11Desktop
-
-DARK, LIGHT = "dark", "light"
-COLOURS = {DARK: (0x2B, 0x2D, 0x31), LIGHT: (0xEC, 0xEC, 0xEC)}
 
 CHANNEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -51,16 +47,12 @@ CHANNEL = """<?xml version="1.0" encoding="UTF-8"?>
 """
 
 
-class XfcePanel(X11Desktop):
-    """The panel lies along the top edge, the status area at its right end."""
-
-    kind = "xfce"
-    panel_height = 30  # logical pixels
+class XfcePanel(StatusArea, X11Desktop):
+    kind = "xfce4-panel"
 
     def __init__(self, scale=1, look=DARK):
         super().__init__(scale)
         self.look = look
-        self.panel = None
         self._write_configuration()
 
     def __enter__(self):
@@ -73,34 +65,11 @@ class XfcePanel(X11Desktop):
             raise
         return self
 
-    def start_panel(self):
-        self.panel = self.start("xfce4-panel", ["xfce4-panel", "--disable-wm-check"])
-        wait_until(lambda: not self.panel.running or (has_watcher(self.bus) and self._is_drawn()), 20,
-                   "the panel and its status area")
-        self.panel.require_running()
-        self.settle()
-
-    def end_panel(self):
-        """Ends the panel and waits until its status area is gone from the bus."""
-        self.panel.end()
-        wait_until(lambda: not has_watcher(self.bus), 10, "the status area to leave")
-
-    def settle(self):
-        """Waits until the panel's picture has come to rest, and returns it."""
-        return wait_until_steady(self.panel_picture, 10, "the panel")
-
-    def panel_picture(self):
-        return self.screenshot(0, 0, self.width, self.panel_height * self.scale)
-
-    def status_area_ink(self):
-        """(left, top, right, bottom) of what is drawn in the panel; None for an empty one."""
-        return self.panel_picture().ink(COLOURS[self.look])
-
-    def _is_drawn(self):
-        return self.screenshot(2, 2, 1, 1).at(0, 0) == COLOURS[self.look]
+    def panel_command(self):
+        return ["xfce4-panel", "--disable-wm-check"]
 
     def _write_configuration(self):
-        red, green, blue = (channel / 255 for channel in COLOURS[self.look])
+        red, green, blue = (channel / 255 for channel in self.panel_colour)
         folder = self.configuration / "xfce4/xfconf/xfce-perchannel-xml"
         self.write(folder / "xfce4-panel.xml", CHANNEL.format(
             dark=str(self.look == DARK).lower(), size=self.panel_height, red=red, green=green, blue=blue))

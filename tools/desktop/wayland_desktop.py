@@ -1,0 +1,105 @@
+"""A headless Wayland compositor with a pointer and a keyboard."""
+
+import json
+import os
+
+from .picture import from_ppm
+from .session import NOBODY, Session
+from .shared_memory import ensure_shared_memory
+from .vnc import VncInput
+from .waiting import wait_until
+
+WIDTH, HEIGHT = 1200, 900  # logical pixels
+OUTPUT = "HEADLESS-1"
+
+COMPOSITOR = """
+output {output} resolution {width}x{height} scale {scale}
+seat seat0 fallback true
+seat seat0 hide_cursor 1
+default_border none
+for_window [app_id=".*"] floating enable
+xwayland disable
+"""
+
+
+class WaylandDesktop(Session):
+    """`scale` is the pixels per logical pixel. Places are in pixels throughout."""
+
+    def __init__(self, scale=1):
+        # The compositor refuses to run as root; then all of the session is nobody's.
+        super().__init__(NOBODY if os.geteuid() == 0 else None)
+        self.scale = scale
+        self.width, self.height = WIDTH * scale, HEIGHT * scale
+        self._input = None
+
+    def __enter__(self):
+        ensure_shared_memory()
+        super().__enter__()
+        try:
+            self._start_compositor()
+            self._start_input()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *details):
+        if self._input is not None:
+            self._input.close()
+            self._input = None
+        super().__exit__(*details)
+
+    def screenshot(self, x=0, y=0, width=None, height=None):
+        right = self.width if width is None else x + width
+        bottom = self.height if height is None else y + height
+        # The tool counts in logical pixels: take whole ones, then cut.
+        left, top = x // self.scale * self.scale, y // self.scale * self.scale
+        across, down = -(-(right - left) // self.scale), -(-(bottom - top) // self.scale)
+        region = f"{left // self.scale},{top // self.scale} {across}x{down}"
+        picture = from_ppm(self.run("grim", "-t", "ppm", "-s", self.scale, "-g", region, "-", text=False))
+        return picture.cut(x - left, y - top, right - x, bottom - y)
+
+    def move_pointer(self, x, y):
+        self._input.pointer(x, y)
+
+    def click(self, x, y, button=1):
+        self._input.click(x, y, button)
+
+    def press(self, *keys):
+        for key in keys:
+            self._input.press(key)
+
+    def windows(self, process=None, name=None):
+        """[(number, title)] of the windows that the compositor manages; bars are none of them."""
+        tree = json.loads(self.run("swaymsg", "-t", "get_tree", "-r"))
+        return [(node["id"], node["name"]) for node in _window_nodes(tree)
+                if process in (None, node["pid"]) and name in (None, node["name"])]
+
+    def _start_compositor(self):
+        configuration = self.write(
+            self.configuration / "sway/config",
+            COMPOSITOR.format(output=OUTPUT, width=self.width, height=self.height, scale=self.scale))
+        control = self.runtime / "sway.sock"
+        self.add_variables(XDG_CURRENT_DESKTOP="sway", XDG_SESSION_TYPE="wayland", SWAYSOCK=str(control))
+        compositor = self.start(
+            "sway", ["sway", "-c", str(configuration)], WLR_BACKENDS="headless", WLR_RENDERER="pixman",
+            WLR_LIBINPUT_NO_DEVICES="1")
+        display = self.runtime / "wayland-1"
+        wait_until(lambda: not compositor.running or (display.exists() and control.exists()), 20,
+                   "the compositor")
+        compositor.require_running()
+        self.add_variables(WAYLAND_DISPLAY=display.name, GDK_BACKEND="wayland")
+
+    def _start_input(self):
+        path = self.runtime / "vnc"
+        server = self.start("wayvnc", ["wayvnc", "--unix-socket", path])
+        wait_until(lambda: not server.running or path.exists(), 10, "the compositor's pointer")
+        server.require_running()
+        self._input = VncInput(path)
+
+
+def _window_nodes(node):
+    if node.get("pid"):
+        yield node
+    for child in node.get("nodes", []) + node.get("floating_nodes", []):
+        yield from _window_nodes(child)
