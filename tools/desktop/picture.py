@@ -2,6 +2,7 @@
 
 import mmap
 import pathlib
+import re
 import struct
 import zlib
 
@@ -120,12 +121,10 @@ def _chunk(kind, data):
 
 def from_ppm(data):
     """A picture from a binary portable pixmap with 8-bit channels."""
-    kind, width, height, depth, pixels = data.split(None, 4) if data[:2] == b"P6" else [b""] * 5
-    if kind != b"P6" or depth != b"255":
+    head = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
+    if head is None:
         raise DesktopError("the screenshot is not a portable pixmap")
-    # One white-space byte ends the header, and split() takes more than one if pixels look like it.
-    size = int(width) * int(height) * 3
-    return Picture(int(width), int(height), data[-size:] if len(pixels) != size else pixels)
+    return Picture(int(head[1]), int(head[2]), data[head.end():])
 
 
 class FrameBuffer:

@@ -10,7 +10,7 @@ the pipe to the run has closed.
 import contextlib
 import os
 import pathlib
-import select
+import shutil
 import signal
 import subprocess
 import time
@@ -74,11 +74,12 @@ class Program:
 class Keeper:
     """Starts programs and ends them, together with all that they have started."""
 
-    def __init__(self, log_directory):
+    def __init__(self, log_directory, run_directory):
+        """The guard removes `run_directory` when the run can't."""
         self._log_directory = pathlib.Path(log_directory)
         self._mark = uuid.uuid4().hex
         self._programs = []
-        self._guard, self._lifeline = _start_guard(self._mark)
+        self._guard, self._lifeline = _start_guard(self._mark, run_directory)
 
     def start(self, name, command, environment, user=None, pass_fds=()):
         """`environment` is all that the program gets. `user` is a numeric id to run as."""
@@ -105,12 +106,13 @@ class Keeper:
         self._programs.clear()
         _end_marked(self._mark)
         if self._lifeline is not None:
+            os.write(self._lifeline, b".")
             os.close(self._lifeline)
             os.waitpid(self._guard, 0)
             self._lifeline = None
 
 
-def _start_guard(mark):
+def _start_guard(mark, run_directory):
     """Forks the process that cleans up when this one dies without doing so itself."""
     reading, writing = os.pipe()
     guard = os.fork()
@@ -126,8 +128,9 @@ def _start_guard(mark):
             os.dup2(null, standard)
         os.closerange(3, reading)
         os.closerange(reading + 1, 256)  # other guards' pipes among them
-        select.select([reading], [], [])
-        _end_marked(mark)
+        if not os.read(reading, 1):  # the run is gone, and has not said that it is done
+            _end_marked(mark)
+            shutil.rmtree(run_directory, ignore_errors=True)
     finally:
         os._exit(0)
 

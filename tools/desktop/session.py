@@ -43,7 +43,7 @@ class Session:
         self.home = self._folder("home")
         self.configuration = self._folder("home/.config")
         self.runtime = self._folder("run")
-        self.keeper = Keeper(self._folder("logs"))
+        self.keeper = Keeper(self._folder("logs"), self.directory)
         self._variables = {
             "HOME": str(self.home),
             "XDG_CONFIG_HOME": str(self.configuration),

@@ -1,5 +1,7 @@
 """What all panels here have in common: a strip along the top edge, the status area at its right."""
 
+import signal
+
 from .status_item import has_watcher
 from .waiting import DesktopError, wait_until, wait_until_steady
 
@@ -28,9 +30,9 @@ class StatusArea:
         self.panel.require_running()
         self.settle()
 
-    def end_panel(self):
+    def end_panel(self, number=signal.SIGTERM):
         """Ends the panel and waits until its status area is gone from the bus."""
-        self.panel.end()
+        self.panel.end(number)
         wait_until(lambda: not has_watcher(self.bus), START_SECONDS, "the status area to leave")
 
     @property

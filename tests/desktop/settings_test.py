@@ -1,0 +1,101 @@
+"""Preferences and their window: opened from outside, edited from outside, read aloud."""
+
+import unittest
+
+from desktop import accessible
+from support import DesktopTest, InWaybar, InXfce, write_preferences
+
+
+class Settings(DesktopTest):
+    def test_second_start_opens_the_window_of_the_first_and_ends_well(self):
+        self.on_battery()
+        self.start()
+        second = self.amperly.start_again()
+        self.assertEqual(second.wait(), 0)
+        self.eventually(self.amperly.settings_windows, "the first one's settings window")
+        self.assertTrue(self.amperly.program.running)
+        self.assertEqual(len(self.amperly.settings_windows()), 1)
+
+    def test_third_start_shows_the_same_window(self):
+        self.test_second_start_opens_the_window_of_the_first_and_ends_well()
+        self.assertEqual(self.amperly.start_again().wait(), 0)
+        self.assertEqual(len(self.amperly.settings_windows()), 1)
+
+    def test_file_edited_in_place_is_followed(self):
+        self.on_battery()
+        self.start()
+        pictures = self.pictures()
+        path = self.amperly.preferences_file()
+        path.write_text(path.read_text() + "macIcon=cpu\n")
+        self.eventually(lambda: self.pictures() != pictures, "the item to follow the preference")
+
+    def test_file_replaced_by_another_is_followed(self):
+        self.on_battery()
+        self.start()
+        pictures = self.pictures()
+        write_preferences(self.desktop, macIcon="cpu")
+        self.eventually(lambda: self.pictures() != pictures, "the item to follow the preference")
+
+    def test_removed_file_means_the_defaults(self):
+        self.on_battery()
+        self.start(macIcon="cpu")
+        pictures = self.pictures()
+        self.amperly.preferences_file().unlink()
+        self.eventually(lambda: self.pictures() != pictures, "the item to follow the default")
+
+    def pictures(self):
+        return [item.pictures() for item in self.amperly.items()]
+
+
+class SettingsInXfce(InXfce, Settings):
+    def test_closed_window_opens_again(self):
+        self.on_battery()
+        self.start()
+        self.amperly.start_again().wait()
+        self.eventually(self.amperly.settings_windows, "the settings window")
+        self.desktop.press("alt+F4")
+        self.eventually(lambda: not self.amperly.settings_windows(), "the settings window to close")
+        self.assertTrue(self.amperly.program.running)
+        self.assertEqual(self.amperly.start_again().wait(), 0)
+        self.eventually(self.amperly.settings_windows, "the settings window again")
+
+
+class SettingsInWaybar(InWaybar, Settings):
+    pass
+
+
+class SettingsReadAloud(InXfce, DesktopTest):
+    """What a screen reader finds in the window."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        accessible.enable(cls.desktop)
+
+    def setUp(self):
+        super().setUp()
+        self.on_battery()
+        self.start()
+        self.amperly.start_again().wait()
+        self.eventually(self.amperly.settings_windows, "the settings window")
+        self.nodes = list(accessible.walk(self.eventually(
+            lambda: accessible.tree_of(self.desktop, self.amperly.pid), "the accessible tree")))
+
+    def test_window_says_its_title(self):
+        self.assertIn("Amperly Settings", [node["name"] for node in self.nodes])
+
+    def test_every_control_says_its_name(self):
+        controls = [node for node in self.nodes if "focusable" in node["states"]
+                    and node["role"] in ("check box", "combo box", "push button", "radio button")]
+        self.assertEqual([node["role"] for node in controls if not node["name"]], [])
+        names = {node["name"] for node in controls}
+        for name in ("Mac power usage", "Charger input", "Battery charging / draining", "Mac icon",
+                     "Hide battery when idle", "Larger text", "Compact spacing", "Launch at login",
+                     "Update every", "Smooth readings", "Click shows", "Reset to Defaults"):
+            self.assertIn(name, names)
+
+
+del Settings
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
