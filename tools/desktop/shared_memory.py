@@ -7,6 +7,7 @@ change-roots lack it, or keep it from everyone but root.
 import ctypes
 import os
 import subprocess
+import sys
 
 from .waiting import DesktopError
 
@@ -31,19 +32,32 @@ mount --move "$devices" /dev
 
 
 def ensure_shared_memory():
-    """Makes sure that every user of this run can share memory, the system left as it is."""
+    """Makes sure that every user of this run can share memory."""
     if _works():
         return
     if os.geteuid() != 0:
         raise DesktopError("/dev/shm is missing or can't be written; a compositor needs it")
-    library = ctypes.CDLL(None, use_errno=True)
-    if library.unshare(CLONE_NEWNS) != 0:
-        reason = os.strerror(ctypes.get_errno())
-        raise DesktopError(f"/dev/shm is missing, and a mount of our own is refused: {reason}")
-    done = subprocess.run(["sh", "-c", OWN_DEVICES], stdin=subprocess.DEVNULL, capture_output=True,
-                          text=True, check=False)
-    if done.returncode != 0:
-        raise DesktopError(f"/dev/shm is missing, and a mount of our own failed: {done.stderr.strip()}")
+    if not _mount_own():
+        _make_usual()
+
+
+def _mount_own():
+    """Covers /dev for this run alone. Not possible without the right to mount, nor in a plain
+    change-root, whose mounts would show outside of it."""
+    if ctypes.CDLL(None).unshare(CLONE_NEWNS) != 0:
+        return False
+    return subprocess.run(["sh", "-c", OWN_DEVICES], stdin=subprocess.DEVNULL, capture_output=True,
+                          check=False).returncode == 0
+
+
+def _make_usual():
+    """Makes the folder what it is everywhere else."""
+    print("There is no /dev/shm for all users here: making it.", file=sys.stderr)
+    try:
+        os.makedirs("/dev/shm", exist_ok=True)
+        os.chmod("/dev/shm", 0o1777)
+    except OSError as error:
+        raise DesktopError(f"/dev/shm, which a compositor needs: {error.strerror}") from error
 
 
 def _works():

@@ -26,6 +26,7 @@ class WaylandDesktop(Session):
     """`scale` is the pixels per logical pixel. Places are in pixels throughout."""
 
     def __init__(self, scale=1):
+        ensure_shared_memory()
         # The compositor refuses to run as root; then all of the session is nobody's.
         super().__init__(NOBODY if os.geteuid() == 0 else None)
         self.scale = scale
@@ -33,7 +34,6 @@ class WaylandDesktop(Session):
         self._input = None
 
     def __enter__(self):
-        ensure_shared_memory()
         super().__enter__()
         try:
             self._start_compositor()
