@@ -11,7 +11,11 @@ class Bus:
     def __init__(self, address):
         flags = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
                  | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
-        self._connection = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+        try:
+            self._connection = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+        except GLib.Error as error:
+            # It hangs up on users that the system's list of users does not know.
+            raise DesktopError(f"the session bus can't be joined: {error.message}") from error
 
     def close(self):
         if not self._connection.is_closed():
