@@ -1,0 +1,35 @@
+// The tool tip of a window that the toolkit does not know: shown when the pointer has rested on
+// it for a while, kept up to date as long as it is seen.
+#pragma once
+
+#include "platform/status_item.h"
+
+#include <QString>
+#include <QTimer>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace amperly {
+
+class HoverTip {
+public:
+    explicit HoverTip(std::chrono::milliseconds delay);
+
+    /// UTF-8, plain; absent or empty: no tool tip. Costs nothing while none is seen.
+    void setText(std::optional<std::string_view> text);
+
+    void enter(ScreenPoint place); ///< the pointer came, at `place` in logical coordinates
+    void leave(); ///< the pointer went, or has better things to do
+
+private:
+    void showNow();
+
+    std::string m_text;
+    ScreenPoint m_place;
+    bool m_shown = false;
+    QTimer m_rest;
+};
+
+} // namespace amperly
