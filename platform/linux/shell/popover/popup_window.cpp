@@ -4,9 +4,10 @@
 
 #include <QCursor>
 #include <QMouseEvent>
-#include <QPainterPath>
 #include <QTimer>
 #include <QWindow>
+
+#include <cmath>
 
 namespace amperly {
 namespace {
@@ -14,6 +15,20 @@ namespace {
 CardEdge possibleEdge(CardEdge edge)
 {
     return edge == CardEdge::Shadowed && !isComposited() ? CardEdge::Plain : edge;
+}
+
+/// `outer` without its corners, alike on all four.
+QRegion rounded(const QRect& outer, int radius)
+{
+    QRegion region(outer.adjusted(0, radius, 0, -radius));
+    for (int row = 0; row < radius; ++row) {
+        const double rise = radius - row - 0.5; // from the arc's centre to the row's middle
+        const int inset = radius - static_cast<int>(std::lround(std::sqrt(radius * radius - rise * rise)));
+        const QRect top(outer.left() + inset, outer.top() + row, outer.width() - 2 * inset, 1);
+        region += top;
+        region += top.translated(0, outer.height() - 1 - 2 * row);
+    }
+    return region;
 }
 
 // A panel that reports a click at the press holds the pointer until the release, and for so long
@@ -47,11 +62,8 @@ void PopupWindow::placeCard()
     const QMargins margins = card().margins();
     const QRect sheet = besidePlace(m_place, card().size().shrunkBy(margins), screenAround(m_place));
     setGeometry(sheet.marginsAdded(margins));
-    if (margins.isNull()) {
-        QPainterPath outline;
-        outline.addRoundedRect(rect(), Card::kRadius, Card::kRadius);
-        setMask(QRegion(outline.toFillPolygon().toPolygon()));
-    }
+    if (margins.isNull())
+        setMask(rounded(rect(), Card::kRadius));
 }
 
 void PopupWindow::hold()
