@@ -7,8 +7,8 @@
 namespace amperly {
 namespace {
 
-/// A pointer that is on the output is announced within a frame or two.
-constexpr int kPatienceMilliseconds = 100;
+/// A pointer that is on the output is announced within a frame or two of the sheet's first.
+constexpr int kPatienceMilliseconds = 150;
 
 } // namespace
 
@@ -40,7 +40,6 @@ void LayerWindow::open(std::optional<ScreenPoint> anchor)
     resize(m_surface->size());
     connect(&m_patience, &QTimer::timeout, this,
         [this, anchor] { settleAt(anchor ? QPoint(anchor->x, anchor->y) : usualStatusArea(rect())); });
-    m_patience.start();
     show();
 }
 
@@ -71,6 +70,13 @@ void LayerWindow::placeCard()
     const QMargins margins = card().margins();
     const ScreenArea area = areaBesidePanel(m_surface->size(), m_surface->usableSize(), *m_place);
     card().move(besidePlace(*m_place, card().size().shrunkBy(margins), area).marginsAdded(margins).topLeft());
+}
+
+void LayerWindow::paintEvent(QPaintEvent* event)
+{
+    TransientWindow::paintEvent(event);
+    if (!m_place && !m_patience.isActive())
+        m_patience.start();
 }
 
 void LayerWindow::enterEvent(QEnterEvent* event)

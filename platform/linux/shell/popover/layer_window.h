@@ -22,6 +22,7 @@ public:
 
 protected:
     void placeCard() override;
+    void paintEvent(QPaintEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
 
@@ -30,7 +31,7 @@ private:
 
     std::unique_ptr<LayerSurface> m_surface;
     std::optional<QPoint> m_place; ///< nothing until it is known
-    QTimer m_patience; ///< for the pointer
+    QTimer m_patience; ///< with the pointer, from the first painting on
 };
 
 } // namespace amperly

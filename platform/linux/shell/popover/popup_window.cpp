@@ -54,6 +54,7 @@ void PopupWindow::open(std::optional<ScreenPoint> anchor)
     card().adjustSize();
     placeCard();
     show();
+    card().content().setFocus();
     hold();
 }
 

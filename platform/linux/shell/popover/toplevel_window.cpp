@@ -16,6 +16,7 @@ void ToplevelWindow::open(std::optional<ScreenPoint>)
     placeCard();
     show();
     activateWindow();
+    card().content().setFocus();
 }
 
 void ToplevelWindow::placeCard()
