@@ -110,19 +110,17 @@ double TextMasks::height(const TextStyle& style)
 void TextMasks::draw(
     CoverageMask& target, std::string_view text, const TextStyle& style, const Place& place, double scale)
 {
-    Weight& weight = weightOf(style.weight);
     Sheet& sheet = sheetOf(style, scale);
     const int baseline = nearestPixel(place.middle * scale + sheet.digitRows * 0.5);
     double pen = place.left;
     while (!text.empty()) {
-        const char32_t character = takeCodePoint(text);
-        const Stamp& stamp = stampOf(sheet, character);
+        const Stamp& stamp = stampOf(sheet, takeCodePoint(text));
         if (stamp.width > 0) {
             const int left = nearestPixel(pen * scale + double{stamp.inset}) + stamp.left;
             blitInside(target, {sheet.coverage.data() + stamp.offset, stamp.width, stamp.height}, left,
                 baseline - stamp.top);
         }
-        pen += wholePoints(measureOf(weight, character).advance, style.pointSize);
+        pen += double{stamp.cell};
     }
 }
 
@@ -222,6 +220,8 @@ void TextMasks::stamp(Sheet& sheet, const Weight& weight, char32_t character, Fo
     added.character = character;
     const auto measured = std::find_if(weight.measures.begin(), weight.measures.end(),
         [&](const Measure& each) { return each.character == character; });
+    const double cell = wholePoints(measured->advance, sheet.style.pointSize);
+    added.cell = static_cast<float>(cell);
     if (!font || !measured->inked)
         return;
     const std::optional<FontFile::Drawing> drawing
@@ -230,8 +230,7 @@ void TextMasks::stamp(Sheet& sheet, const Weight& weight, char32_t character, Fo
         return;
 
     // What fitting to pixels and whole points changed is shared between both sides.
-    const double cell = wholePoints(measured->advance, sheet.style.pointSize) * sheet.scale;
-    added.inset = static_cast<float>((cell - drawing->advance) * 0.5);
+    added.inset = static_cast<float>((cell * sheet.scale - drawing->advance) * 0.5);
     added.left = static_cast<std::int16_t>(drawing->left);
     added.top = static_cast<std::int16_t>(drawing->top);
     added.width = static_cast<std::int16_t>(drawing->mask.width);

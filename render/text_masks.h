@@ -73,6 +73,7 @@ private:
     /// A character in one size and scale. Its pixels lie in its Sheet.
     struct Stamp {
         char32_t character = 0;
+        float cell = 0.0F; ///< points that it takes of its line
         float inset = 0.0F; ///< pixels from its cell's left edge to the pen
         std::int16_t left = 0; ///< pixels from the pen to the first column
         std::int16_t top = 0; ///< pixels from the baseline up to the first row
