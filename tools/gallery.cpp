@@ -5,6 +5,7 @@
 #include "tools/gallery_status.h"
 
 #include <QGuiApplication>
+#include <QLatin1String>
 #include <cstdio>
 
 int main(int argc, char** argv)
@@ -18,7 +19,7 @@ int main(int argc, char** argv)
     const QString folder = QString::fromLocal8Bit(argv[1]);
     const FixedUiFont font({AMPERLY_PINNED_FONT, 0}, {AMPERLY_PINNED_FONT, 0});
     StatusArt art(font);
-    if (!writeStatusGallery(folder, art)) {
+    if (!writeStatusGallery(folder, art) || !writeHero(folder + QLatin1String("/hero.png"), art)) {
         std::fputs("amperly-gallery: a picture could not be written\n", stderr);
         return 1;
     }
