@@ -100,6 +100,13 @@ double FontFile::advance(char32_t character) const
     return static_cast<double>(m_face->glyph->metrics.horiAdvance) / m_face->units_per_EM;
 }
 
+double FontFile::inkWidth(char32_t character) const
+{
+    if (!loadUnscaled(character))
+        return 0.0;
+    return static_cast<double>(m_face->glyph->metrics.width) / m_face->units_per_EM;
+}
+
 double FontFile::rise(char32_t character) const
 {
     if (!loadUnscaled(character))

@@ -25,6 +25,9 @@ public:
     /// How far the pen moves on, in ems. 0 for a character the font lacks.
     [[nodiscard]] double advance(char32_t character) const;
 
+    /// How wide the outline is, in ems. 0 for a character the font lacks.
+    [[nodiscard]] double inkWidth(char32_t character) const;
+
     /// How far the outline rises above the baseline, in ems. 0 for a character the font lacks.
     [[nodiscard]] double rise(char32_t character) const;
 

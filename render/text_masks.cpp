@@ -77,10 +77,15 @@ std::optional<double> blankWidth(char32_t character)
     }
 }
 
-/// Ems as points of text that stands in columns.
-double wholePoints(double ems, double pointSize)
+/// Points that a character takes in text that stands in columns. Rounding must not push it so
+/// close to the next one that they touch.
+double cellPoints(double advance, double ink, double pointSize)
 {
-    return ems > 0.0 ? std::max(1.0, std::round(ems * pointSize)) : 0.0;
+    if (advance <= 0.0)
+        return 0.0;
+    constexpr double kLeastGap = 1.0;
+    const double room = ink > 0.0 ? std::round(ink * pointSize) + kLeastGap : kLeastGap;
+    return std::max(room, std::round(advance * pointSize));
 }
 
 } // namespace
@@ -97,8 +102,10 @@ double TextMasks::width(std::string_view text, const TextStyle& style)
 {
     Weight& weight = weightOf(style.weight);
     double points = 0.0;
-    while (!text.empty())
-        points += wholePoints(measureOf(weight, takeCodePoint(text)).advance, style.pointSize);
+    while (!text.empty()) {
+        const Measure& measured = measureOf(weight, takeCodePoint(text));
+        points += cellPoints(measured.advance, measured.ink, style.pointSize);
+    }
     return points;
 }
 
@@ -163,9 +170,12 @@ void TextMasks::measure(Weight& weight, std::u32string_view characters)
     }
 
     double widestDigit = 0.0;
+    double widestInk = 0.0;
     for (const char32_t character : characters) {
-        if (font && isDigit(character))
+        if (font && isDigit(character)) {
             widestDigit = std::max(widestDigit, font->advance(character));
+            widestInk = std::max(widestInk, font->inkWidth(character));
+        }
     }
     for (const char32_t character : characters) {
         const std::optional<double> blank = blankWidth(character);
@@ -173,8 +183,14 @@ void TextMasks::measure(Weight& weight, std::u32string_view characters)
         double advance = blank.value_or(0.0);
         if (present && blank != 0.0)
             advance = isDigit(character) ? widestDigit : font->advance(character);
-        weight.measures.push_back(
-            {.character = character, .font = index, .inked = present && !blank, .advance = advance});
+        double inkWidth = 0.0;
+        if (present && !blank)
+            inkWidth = isDigit(character) ? widestInk : font->inkWidth(character);
+        weight.measures.push_back({.character = character,
+            .font = index,
+            .inked = present && !blank,
+            .advance = advance,
+            .ink = inkWidth});
     }
 }
 
@@ -220,7 +236,7 @@ void TextMasks::stamp(Sheet& sheet, const Weight& weight, char32_t character, Fo
     added.character = character;
     const auto measured = std::find_if(weight.measures.begin(), weight.measures.end(),
         [&](const Measure& each) { return each.character == character; });
-    const double cell = wholePoints(measured->advance, sheet.style.pointSize);
+    const double cell = cellPoints(measured->advance, measured->ink, sheet.style.pointSize);
     added.cell = static_cast<float>(cell);
     if (!font || !measured->inked)
         return;

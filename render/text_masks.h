@@ -61,6 +61,7 @@ private:
         std::uint8_t font = 0; ///< index into Weight::fonts
         bool inked = false;
         double advance = 0.0; ///< ems
+        double ink = 0.0; ///< width of the outline in ems; a digit's is the widest digit's
     };
 
     struct Weight {

@@ -121,6 +121,21 @@ TEST_F(TextMasksTest, ADigitLooksTheSameWhereverItStands)
     }
 }
 
+TEST_F(TextMasksTest, DigitsNeverTouch)
+{
+    for (double size = 8.0; size <= 14.0; size += 0.5) {
+        const TextStyle style{.pointSize = size};
+        const CoverageMask mask = drawn("00", style, 1.0);
+        int freeColumns = 0;
+        for (int x = 0; x < mask.width; ++x) {
+            const auto column = columns(mask, x, 1);
+            freeColumns
+                += std::all_of(column.begin(), column.end(), [](auto each) { return each < 64; }) ? 1 : 0;
+        }
+        EXPECT_GE(freeColumns, 1) << size;
+    }
+}
+
 TEST_F(TextMasksTest, ADigitThatChangesLeavesTheOthersUntouched)
 {
     const int cell = static_cast<int>(text.width("0", kUsual));
