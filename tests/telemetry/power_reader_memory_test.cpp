@@ -1,0 +1,93 @@
+// A reading is taken at every tick for as long as the machine runs, so once the first one has
+// been taken it must not need the heap. Every allocation of this program is counted.
+
+#include "platform/simulated/simulated_laptop.h"
+#include "telemetry/power_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+int allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* const memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace amperly {
+namespace {
+
+class PowerReaderMemoryTest : public testing::Test {
+protected:
+    /// Allocations of one reading, after a first one.
+    int allocationsOfAReading()
+    {
+        EXPECT_TRUE(PowerReader::read());
+        const int before = allocations;
+        const bool present = PowerReader::read().has_value();
+        const int made = allocations - before;
+        EXPECT_TRUE(present);
+        return made;
+    }
+
+    SimulatedLaptop laptop;
+    PowerReader::Sources sources{laptop.smc(), laptop.registry()};
+};
+
+TEST_F(PowerReaderMemoryTest, TheFirstReadingIsCounted)
+{
+    const int before = allocations;
+    EXPECT_TRUE(PowerReader::read());
+    EXPECT_GT(allocations, before) << "the client and its memory of keys are made then";
+}
+
+TEST_F(PowerReaderMemoryTest, AReadingFromTheControllerTakesNothingFromTheHeap)
+{
+    laptop.plugIn(AdapterWatts{67});
+    EXPECT_EQ(allocationsOfAReading(), 0);
+}
+
+TEST_F(PowerReaderMemoryTest, AMissingKeyTakesNothingFromTheHeap)
+{
+    laptop.plugIn(AdapterWatts{67});
+    laptop.refuse("SBAP");
+    EXPECT_EQ(allocationsOfAReading(), 0);
+}
+
+TEST_F(PowerReaderMemoryTest, AReadingFromTheRegistryTakesNothingFromTheHeap)
+{
+    laptop.loseController();
+    laptop.plugIn(AdapterWatts{67});
+    EXPECT_EQ(allocationsOfAReading(), 0);
+}
+
+TEST_F(PowerReaderMemoryTest, UnknownFiguresTakeNothingFromTheHeap)
+{
+    laptop.loseController();
+    laptop.loseMeter(Meter::SystemLoad);
+    laptop.loseMeter(Meter::AdapterIn);
+    laptop.loseMeter(Meter::Battery);
+    EXPECT_EQ(allocationsOfAReading(), 0);
+}
+
+} // namespace
+} // namespace amperly
