@@ -5,6 +5,17 @@
 
 namespace amperly {
 
+namespace {
+
+/// Whether all is alike that a picture's key stands for.
+bool samePicture(const RecordingStatusItem::Shown& one, const RecordingStatusItem::Shown& other)
+{
+    return one.readingTexts == other.readingTexts && one.widthPoints == other.widthPoints
+        && one.heightPoints == other.heightPoints && one.mask == other.mask;
+}
+
+} // namespace
+
 void RecordingStatusItem::show(
     const StatusPicture& picture, std::optional<std::string_view> toolTip, std::string_view spokenLabel)
 {
@@ -16,6 +27,7 @@ void RecordingStatusItem::show(
     shown.spokenLabel = spokenLabel;
     shown.widthPoints = picture.widthPoints();
     shown.heightPoints = picture.heightPoints();
+    shown.scale = m_scale;
     shown.mask.clear(static_cast<int>(std::ceil(shown.widthPoints * m_scale)),
         static_cast<int>(std::ceil(shown.heightPoints * m_scale)));
     picture.draw(shown.mask, m_scale);
@@ -23,7 +35,16 @@ void RecordingStatusItem::show(
     ++m_showings;
     if (shown != m_shown)
         ++m_changes;
+    if (m_shown && picture.key() == m_key && shown.scale == m_shown->scale && !samePicture(shown, *m_shown))
+        ++m_contradictions;
+    m_key = picture.key();
     m_shown = std::move(shown);
+}
+
+void RecordingStatusItem::wantPicture() const
+{
+    if (m_pictureWanted)
+        m_pictureWanted();
 }
 
 void RecordingStatusItem::click(ClickButton button, std::optional<ScreenPoint> anchor)

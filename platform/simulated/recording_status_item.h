@@ -4,6 +4,7 @@
 
 #include "platform/status_item.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -11,14 +12,16 @@ namespace amperly {
 
 class RecordingStatusItem : public StatusItem {
 public:
-    /// What one call of show() brought.
+    /// What one call of show() brought. The picture is drawn every time, also where its key says
+    /// that it is the one already shown.
     struct Shown {
         std::vector<std::string> readingTexts;
         std::optional<std::string> toolTip;
         std::string spokenLabel;
         double widthPoints = 0;
         double heightPoints = 0;
-        CoverageMask mask; ///< the whole picture at the panel's scale
+        double scale = 1; ///< pixels per point of the panel
+        CoverageMask mask; ///< the whole picture at this scale
         friend bool operator==(const Shown&, const Shown&) = default;
     };
 
@@ -27,11 +30,15 @@ public:
 
     void show(const StatusPicture& picture, std::optional<std::string_view> toolTip,
         std::string_view spokenLabel) override;
+    void onPictureWanted(std::function<void()> handler) override { m_pictureWanted = std::move(handler); }
     void onClick(ClickHandler handler) override { m_clicked = std::move(handler); }
     void setMenu(Menu& menu) override { m_menu = &menu; }
 
     /// Opens the menu; where it is open already, nothing happens.
     void openMenu(std::optional<ScreenPoint> anchor) override;
+
+    /// Another panel takes over and asks for the picture.
+    void wantPicture() const;
 
     // What the user does.
     void click(ClickButton button, std::optional<ScreenPoint> anchor = std::nullopt);
@@ -46,6 +53,10 @@ public:
     [[nodiscard]] const std::optional<Shown>& shown() const { return m_shown; }
     [[nodiscard]] int showings() const { return m_showings; }
     [[nodiscard]] int changes() const { return m_changes; } ///< showings of something else than before
+
+    /// Showings of a picture that was another than the one before and yet had its key.
+    [[nodiscard]] int contradictions() const { return m_contradictions; }
+
     [[nodiscard]] Menu* menu() const { return m_menu; }
     [[nodiscard]] bool isMenuOpen() const { return m_menuOpen; }
     [[nodiscard]] int menuOpenings() const { return m_menuOpenings; }
@@ -62,6 +73,9 @@ private:
     std::optional<Shown> m_shown;
     int m_showings = 0;
     int m_changes = 0;
+    std::uint64_t m_key = 0; ///< of the picture shown
+    int m_contradictions = 0;
+    std::function<void()> m_pictureWanted;
     ClickHandler m_clicked;
     Menu* m_menu = nullptr;
     bool m_menuOpen = false;

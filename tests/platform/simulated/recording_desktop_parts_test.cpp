@@ -21,6 +21,7 @@ public:
         : m_text(std::move(text)), m_widthPoints(widthPoints)
     {
     }
+    std::uint64_t key() const override { return std::hash<std::string>()(m_text); }
     double widthPoints() const override { return m_widthPoints; }
     double heightPoints() const override { return 4.0; }
     void draw(CoverageMask& mask, double) const override
@@ -94,6 +95,26 @@ TEST_F(RecordingStatusItemTest, OnlyShowingsOfSomethingElseAreChanges)
     item.show(BlockPicture("12 W", 11.0), "", "b");
     EXPECT_EQ(item.changes(), 4);
     EXPECT_EQ(item.showings(), 5);
+}
+
+TEST_F(RecordingStatusItemTest, AKeyThatStandsForTwoPicturesIsAContradiction)
+{
+    item.show(BlockPicture("12 W", 10.0), std::nullopt, "a");
+    item.show(BlockPicture("12 W", 10.0), std::nullopt, "b");
+    item.show(BlockPicture("13 W", 11.0), std::nullopt, "b");
+    item.setScale(2.0);
+    item.show(BlockPicture("13 W", 11.0), std::nullopt, "b");
+    EXPECT_EQ(item.contradictions(), 0);
+    item.show(BlockPicture("13 W", 10.0), std::nullopt, "b");
+    EXPECT_EQ(item.contradictions(), 1);
+}
+
+TEST_F(RecordingStatusItemTest, AnotherPanelAsksForThePicture)
+{
+    item.wantPicture();
+    item.onPictureWanted([this] { events.emplace_back("wanted"); });
+    item.wantPicture();
+    EXPECT_THAT(events, ElementsAre("wanted"));
 }
 
 TEST_F(RecordingStatusItemTest, ClicksAreHandedOnWithTheirAnchor)
