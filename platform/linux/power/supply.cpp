@@ -63,6 +63,7 @@ public:
         want(Attribute::Online);
         if (m_hasUevent)
             return;
+        want(Attribute::Type);
         want(Attribute::Present);
         if (m_attributes.number(Attribute::Online).value_or(0) <= 0)
             return;

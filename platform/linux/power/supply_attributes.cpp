@@ -34,8 +34,10 @@ constexpr std::array<AttributeNames, kAttributeCount> kNames{{
     {"current_max", "CURRENT_MAX"},
 }};
 
-SupplyType supplyType(std::string_view text)
+std::optional<SupplyType> supplyType(std::string_view text)
 {
+    if (text.empty() || text == "Unknown")
+        return std::nullopt;
     if (text == "Battery" || text == "UPS")
         return SupplyType::Battery;
     // Older kernels name the kind of port: USB_DCP, USB_C, USB_PD_DRP …
@@ -141,7 +143,7 @@ std::optional<std::int64_t> SupplyAttributes::number(Attribute attribute) const
 
 bool SupplyAttributes::counts() const
 {
-    return type() != SupplyType::Other && scope() != SupplyScope::Device
+    return (type() == SupplyType::Battery || type() == SupplyType::External) && scope() != SupplyScope::Device
         && number(Attribute::Present).value_or(1) != 0;
 }
 

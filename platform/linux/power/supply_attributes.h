@@ -15,7 +15,8 @@
 namespace amperly {
 
 enum class SupplyType : std::uint8_t {
-    Other, ///< unknown, or of no interest
+    Unknown, ///< not told; some ports tell only while something is plugged in
+    Other, ///< of no interest
     Battery, ///< an uninterruptible supply too: it holds charge and carries the load
     External, ///< mains, USB of any kind, wireless
 };
@@ -64,7 +65,7 @@ public:
     [[nodiscard]] bool has(Attribute attribute) const;
     [[nodiscard]] std::optional<std::int64_t> number(Attribute attribute) const;
 
-    [[nodiscard]] SupplyType type() const { return m_type.value_or(SupplyType::Other); }
+    [[nodiscard]] SupplyType type() const { return m_type.value_or(SupplyType::Unknown); }
     [[nodiscard]] SupplyScope scope() const { return m_scope.value_or(SupplyScope::System); }
     [[nodiscard]] SupplyStatus status() const { return m_status.value_or(SupplyStatus::Unknown); }
 

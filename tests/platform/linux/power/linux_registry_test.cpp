@@ -71,6 +71,30 @@ TEST_F(LinuxRegistryTest, EmptyBayAloneIsNoEntry)
     EXPECT_EQ(read(), std::nullopt);
 }
 
+TEST_F(LinuxRegistryTest, PortMayTellItsTypeOnlyWhilePluggedIn)
+{
+    for (const bool hasUevent : {true, false}) {
+        addDischargingBattery();
+        files.addSupply("port", {{"type", "Unknown"}, {"online", "0"}});
+        if (!hasUevent)
+            files.emptyUevent("port");
+        EXPECT_FALSE(read()->externalConnected);
+        files.setSupply("port", "type", "USB_PD");
+        files.setSupply("port", "online", "1");
+        if (!hasUevent)
+            files.emptyUevent("port");
+        EXPECT_TRUE(read()->externalConnected);
+    }
+}
+
+TEST_F(LinuxRegistryTest, SupplyOfAnotherKindIsNotReadAtEveryTurn)
+{
+    addMains("1");
+    files.addSupply("bms", {{"type", "BMS"}, {"capacity", "40"}});
+    static_cast<void>(read());
+    EXPECT_EQ(readsOfOneReading(), 1);
+}
+
 TEST_F(LinuxRegistryTest, BatteryPutIntoItsBayShowsAtTheNextReading)
 {
     addBattery({{"status", "Discharging"}, {"power_now", "5000000"}});
