@@ -1,0 +1,65 @@
+#include "platform/linux/tray/host_profile.h"
+
+#include <gtest/gtest.h>
+
+namespace amperly {
+namespace {
+
+TEST(HostProfileTest, WaybarShowsWidePictures)
+{
+    EXPECT_EQ(hostProfile("waybar", "sway").drawing, ItemDrawing::Wide);
+}
+
+TEST(HostProfileTest, UnknownHostOnUnknownDesktopIsTrustedWithAWidePicture)
+{
+    EXPECT_EQ(hostProfile("somebar", "").drawing, ItemDrawing::Wide);
+    EXPECT_EQ(hostProfile("", "").drawing, ItemDrawing::Wide);
+}
+
+TEST(HostProfileTest, XfcePluginIsKnownWhateverItsNumber)
+{
+    EXPECT_EQ(hostProfile("panel-2-systray", "").drawing, ItemDrawing::Tiles);
+    EXPECT_EQ(hostProfile("panel-10-systra", ""), hostProfile("panel-2-systray", "")); // cut at 15
+    EXPECT_TRUE(hostProfile("panel-2-systray", "").lastRegisteredFirst);
+}
+
+TEST(HostProfileTest, PlasmaKeepsTheOrderOfRegistration)
+{
+    EXPECT_EQ(hostProfile("kded5", "KDE").drawing, ItemDrawing::Tiles);
+    EXPECT_FALSE(hostProfile("kded5", "KDE").lastRegisteredFirst);
+}
+
+TEST(HostProfileTest, OnlyGnomeGetsALabel)
+{
+    EXPECT_EQ(hostProfile("gnome-shell", "").drawing, ItemDrawing::Labelled);
+    EXPECT_NE(hostProfile("mate-panel", "MATE").drawing, ItemDrawing::Labelled);
+}
+
+TEST(HostProfileTest, ProcessCountsBeforeTheDesktop)
+{
+    EXPECT_EQ(hostProfile("waybar", "KDE"), hostProfile("waybar", ""));
+}
+
+TEST(HostProfileTest, DesktopCountsWhereTheProcessSaysNothing)
+{
+    EXPECT_EQ(hostProfile("", "XFCE"), hostProfile("panel-2-systray", ""));
+    EXPECT_EQ(hostProfile("python3", "LXQt"), hostProfile("lxqt-panel", ""));
+}
+
+TEST(HostProfileTest, EveryWordOfTheDesktopsListCounts)
+{
+    EXPECT_EQ(hostProfile("", "ubuntu:GNOME"), hostProfile("gnome-shell", ""));
+    EXPECT_EQ(hostProfile("", "GNOME:"), hostProfile("gnome-shell", ""));
+}
+
+TEST(HostProfileTest, CoordinatesAreTrustedWhereTheyAreTheScreens)
+{
+    EXPECT_TRUE(hostProfile("panel-2-systray", "").globalCoordinates);
+    EXPECT_TRUE(hostProfile("lxqt-panel", "").globalCoordinates);
+    EXPECT_TRUE(hostProfile("plasmashell", "").globalCoordinates);
+    EXPECT_FALSE(hostProfile("waybar", "").globalCoordinates);
+    EXPECT_FALSE(hostProfile("mate-panel", "").globalCoordinates);
+}
+
+} // namespace
+} // namespace amperly

@@ -1,0 +1,110 @@
+#include "platform/linux/tray/menu_opening.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+namespace amperly {
+namespace {
+
+using namespace std::chrono_literals;
+
+class MenuOpeningTest : public testing::Test {
+protected:
+    MenuOpeningTest()
+    {
+        menu.willOpen = [this] { ++openings; };
+        menu.didClose = [this] { ++closings; };
+    }
+
+    void asksAt(std::chrono::milliseconds time) { opening.aboutToShow(MenuOpening::TimePoint{time}); }
+
+    Menu menu;
+    MenuOpening opening{menu};
+    int openings = 0;
+    int closings = 0;
+};
+
+TEST_F(MenuOpeningTest, OneOpeningIsAnnouncedOnce)
+{
+    asksAt(10s);
+    opening.opened();
+    EXPECT_EQ(openings, 1);
+    EXPECT_EQ(closings, 0);
+    opening.closed();
+    EXPECT_EQ(closings, 1);
+}
+
+TEST_F(MenuOpeningTest, QuestionsThatFollowAtOnceAreAboutTheSameOpening)
+{
+    asksAt(10s);
+    asksAt(10s + 999ms);
+    EXPECT_EQ(openings, 1);
+    EXPECT_EQ(closings, 0);
+}
+
+TEST_F(MenuOpeningTest, LaterQuestionIsTheNextOpeningOfAMenuThatClosedWithoutAWord)
+{
+    asksAt(10s);
+    opening.opened();
+    asksAt(11s);
+    EXPECT_EQ(openings, 2);
+    EXPECT_EQ(closings, 1);
+}
+
+TEST_F(MenuOpeningTest, QuestionRightAfterClosingIsANewOpening)
+{
+    asksAt(10s);
+    opening.closed();
+    asksAt(10s + 1ms);
+    EXPECT_EQ(openings, 2);
+}
+
+TEST_F(MenuOpeningTest, HostThatOnlySaysOpenedIsHeard)
+{
+    opening.opened();
+    EXPECT_EQ(openings, 1);
+    EXPECT_TRUE(opening.isOpen());
+}
+
+TEST_F(MenuOpeningTest, ClosingWhatIsNotOpenIsNotAnnounced)
+{
+    opening.closed();
+    EXPECT_EQ(closings, 0);
+}
+
+TEST_F(MenuOpeningTest, QuestionThatNothingFollowsDoesNotCountForLong)
+{
+    asksAt(10s);
+    EXPECT_TRUE(opening.isUnconfirmed());
+    opening.opened();
+    EXPECT_FALSE(opening.isUnconfirmed());
+}
+
+TEST_F(MenuOpeningTest, ChoiceClosesTheMenuAndActsFromTheEventLoop)
+{
+    int acted = 0;
+    MenuEntry entry;
+    entry.activate = [&] { ++acted; };
+    asksAt(10s);
+    opening.choose(entry);
+    EXPECT_EQ(closings, 1);
+    EXPECT_EQ(acted, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(acted, 1);
+    opening.closed(); // as hosts say, too, after a choice
+    EXPECT_EQ(closings, 1);
+}
+
+TEST_F(MenuOpeningTest, DisabledEntryDoesNotAct)
+{
+    int acted = 0;
+    MenuEntry entry;
+    entry.enabled = false;
+    entry.activate = [&] { ++acted; };
+    opening.choose(entry);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(acted, 0);
+}
+
+} // namespace
+} // namespace amperly

@@ -1,0 +1,43 @@
+#include "platform/linux/tray/pixmap.h"
+
+#include <gtest/gtest.h>
+
+namespace amperly {
+namespace {
+
+std::vector<std::uint8_t> pixmap(const CoverageMask& mask, Ink ink)
+{
+    std::vector<std::uint8_t> bytes(pixmapSize(mask));
+    writePixmap(mask, ink, bytes);
+    return bytes;
+}
+
+CoverageMask maskOf(std::vector<std::uint8_t> coverage)
+{
+    return {.width = static_cast<int>(coverage.size()), .height = 1, .coverage = std::move(coverage)};
+}
+
+TEST(PixmapTest, PixelIsAlphaRedGreenBlue)
+{
+    EXPECT_EQ(pixmap(maskOf({255}), {0xff123456}), (std::vector<std::uint8_t>{0xff, 0x12, 0x34, 0x56}));
+}
+
+TEST(PixmapTest, CoverageIsAlphaAndLeavesTheColourStraight)
+{
+    EXPECT_EQ(pixmap(maskOf({0, 128}), {0xffffffff}),
+        (std::vector<std::uint8_t>{0, 0xff, 0xff, 0xff, 128, 0xff, 0xff, 0xff}));
+}
+
+TEST(PixmapTest, TranslucentInkWeakensTheCoverage)
+{
+    EXPECT_EQ(
+        pixmap(maskOf({255, 128}), {0x80000000}), (std::vector<std::uint8_t>{128, 0, 0, 0, 64, 0, 0, 0}));
+}
+
+TEST(PixmapTest, EmptyMaskHasNoBytes)
+{
+    EXPECT_EQ(pixmap({}, {}), std::vector<std::uint8_t>{});
+}
+
+} // namespace
+} // namespace amperly
