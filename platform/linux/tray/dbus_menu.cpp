@@ -254,7 +254,7 @@ void DbusMenu::handleEvent(int identifier, const std::string& what)
         if (const MenuEntry* chosen = entry(identifier))
             m_opening.choose(*chosen);
     } else if (identifier == kRoot && what == "opened") {
-        m_opening.opened();
+        m_opening.opened(this);
     } else if (identifier == kRoot && what == "closed") {
         m_opening.closed();
     }
@@ -306,7 +306,7 @@ int DbusMenu::eventGroup(sd_bus_message* call, void* self, sd_bus_error* error)
 bool DbusMenu::prepareToShow()
 {
     // The readings are made fresh first, so that whatever the host asks for next has them.
-    m_opening.aboutToShow(std::chrono::steady_clock::now());
+    m_opening.aboutToShow(this, std::chrono::steady_clock::now());
     return publish();
 }
 
@@ -356,8 +356,9 @@ void DbusMenu::remember()
 
 void DbusMenu::publishLater()
 {
-    // One reading changes several lines; they are told in one signal.
-    if (!m_fetched || std::exchange(m_publishing, true))
+    // What nobody looks at here is told when somebody is about to. One reading changes several
+    // lines; they are told in one signal.
+    if (!m_fetched || m_opening.isOpenElsewhere(this) || std::exchange(m_publishing, true))
         return;
     QMetaObject::invokeMethod(
         &m_context, [this] { publish(); }, Qt::QueuedConnection);

@@ -15,6 +15,7 @@ constexpr HostProfile kMate{.ink = PanelInk::ColourScheme};
 constexpr HostProfile kXfce{
     .drawing = ItemDrawing::Tiles,
     .ink = PanelInk::ColourScheme,
+    .toolTip = ToolTipText::PlainThenMarkup,
     .lastRegisteredFirst = true,
     .takesLargestPixmap = true,
     .globalCoordinates = true,

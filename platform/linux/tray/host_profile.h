@@ -21,7 +21,12 @@ enum class PanelInk {
 };
 
 /// How tool tips are read.
-enum class ToolTipText { None, Plain, Markup };
+enum class ToolTipText {
+    None, ///< not at all
+    Plain, ///< as they are
+    Markup, ///< as markup
+    PlainThenMarkup, ///< the title as it is, the text below it as markup
+};
 
 struct HostProfile {
     ItemDrawing drawing = ItemDrawing::Wide;
@@ -33,6 +38,9 @@ struct HostProfile {
 
     /// The host scales its largest pixmap down, however well a smaller one would fit.
     bool takesLargestPixmap = false;
+
+    /// Whatever an item tells, the host asks for all of it, once for each time it was told.
+    bool asksForEverything = false;
 
     /// Clicks come with coordinates of the screen. Other hosts count from the item's corner or
     /// make them up.

@@ -9,8 +9,9 @@ MenuOpening::MenuOpening(Menu& menu) : m_menu(menu)
     QObject::connect(&m_expiry, &QTimer::timeout, &m_context, [this] { closed(); });
 }
 
-void MenuOpening::aboutToShow(TimePoint now)
+void MenuOpening::aboutToShow(const void* exporter, TimePoint now)
 {
+    m_exporter = exporter;
     if (isOpen()) {
         if (now - m_lastQuestion < kSameOpening)
             return;
@@ -22,8 +23,9 @@ void MenuOpening::aboutToShow(TimePoint now)
     m_menu.announceWillOpen();
 }
 
-void MenuOpening::opened()
+void MenuOpening::opened(const void* exporter)
 {
+    m_exporter = exporter;
     const bool news = !isOpen();
     m_state = State::Confirmed;
     m_expiry.stop();

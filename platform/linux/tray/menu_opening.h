@@ -1,7 +1,10 @@
 // Knows whether the exported menu is open, from what hosts tell, and announces each opening once.
 //
 // Hosts differ in what they tell. All ask whether the menu is about to be shown, some of them
-// twice; most say when it has opened and closed, some never; one that ends says nothing at all.
+// twice; those built on libdbusmenu never say that it has opened or closed; one that ends says
+// nothing at all.
+//
+// Where several items export the menu, it is open at one of them.
 #pragma once
 
 #include "platform/menu.h"
@@ -20,16 +23,16 @@ public:
     static constexpr std::chrono::milliseconds kSameOpening{1000};
 
     /// A menu that was asked for, but of which nothing was heard since, counts as closed then.
-    static constexpr std::chrono::seconds kUnconfirmed{30};
+    static constexpr std::chrono::seconds kUnconfirmed{60};
 
     /// `menu` must outlive this object.
     explicit MenuOpening(Menu& menu);
 
-    /// A host is about to show the menu. A menu that is still open by then was closed without
-    /// a word: this is the next opening.
-    void aboutToShow(TimePoint now);
+    /// A host is about to show the menu that `exporter` exports. A menu that is still open by then was closed
+    /// without a word: this is the next opening.
+    void aboutToShow(const void* exporter, TimePoint now);
 
-    void opened(); ///< a host says that it shows the menu
+    void opened(const void* exporter); ///< a host says that it shows the menu
     void closed(); ///< a host says that it does not any more, or is gone itself
 
     /// The user has chosen `entry`: that closes the menu, and the entry's action runs from the
@@ -37,6 +40,12 @@ public:
     void choose(const MenuEntry& entry);
 
     [[nodiscard]] bool isOpen() const { return m_state != State::Closed; }
+
+    /// Whether the menu is open, but is another exporter's.
+    [[nodiscard]] bool isOpenElsewhere(const void* exporter) const
+    {
+        return isOpen() && m_exporter != exporter;
+    }
 
     /// Whether the menu will be taken for closed if no word comes.
     [[nodiscard]] bool isUnconfirmed() const { return m_expiry.isActive(); }
@@ -47,6 +56,7 @@ private:
     Menu& m_menu;
     State m_state = State::Closed;
     TimePoint m_lastQuestion;
+    const void* m_exporter = nullptr;
     QTimer m_expiry;
     QObject m_context;
 };

@@ -233,12 +233,11 @@ int StatusNotifierItem::toolTip(sd_bus*, Text, Text, Text, sd_bus_message* reply
     const StatusNotifierItem& item = itemAt(self);
     if (!item.m_toolTip)
         return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, "", "");
-    if (item.m_profile.toolTip == ToolTipText::Plain) {
-        return sd_bus_message_append(
-            reply, "(sa(iiay)ss)", "", 0, item.m_toolTip->c_str(), item.m_spokenLabel.c_str());
-    }
-    return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, asMarkup(*item.m_toolTip).c_str(),
-        asMarkup(item.m_spokenLabel).c_str());
+    const ToolTipText reading = item.m_profile.toolTip;
+    const std::string title = reading == ToolTipText::Markup ? asMarkup(*item.m_toolTip) : *item.m_toolTip;
+    const std::string text
+        = reading == ToolTipText::Plain ? item.m_spokenLabel : asMarkup(item.m_spokenLabel);
+    return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, title.c_str(), text.c_str());
 }
 
 int StatusNotifierItem::spokenLabel(

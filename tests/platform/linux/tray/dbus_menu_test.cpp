@@ -290,6 +290,21 @@ TEST_F(DbusMenuTest, TilesShareOneMenuAndItsOpenings)
     EXPECT_TRUE(runUntil([&] { return settingsOpened == 1; }));
 }
 
+TEST_F(DbusMenuTest, ChangesAreToldToTheTileWhoseMenuIsOpen)
+{
+    picture = test::FakePicture({"1", "22"});
+    panel.emplace(daemon.address());
+    startUnder("kded5");
+    item->setMenu(menu);
+    ASSERT_TRUE(panel->sees(2));
+    for (const std::string& tile : panel->items())
+        static_cast<void>(panel->layout(tile));
+    panel->aboutToShow(panel->items()[1]);
+    EXPECT_THAT(panel->heard(), ElementsAre(Heard{panel->items()[1], "ItemsPropertiesUpdated"}));
+    EXPECT_TRUE(panel->aboutToShow(panel->items()[0])); // which then has all of it to tell
+    EXPECT_THAT(panel->heard(), ElementsAre(Heard{panel->items()[0], "ItemsPropertiesUpdated"}));
+}
+
 TEST_F(DbusMenuTest, ReadingThatGoesWhileItsTilesMenuOpensLeavesTheOthers)
 {
     picture = test::FakePicture({"1", "22"});

@@ -89,6 +89,14 @@ TEST_F(LinuxStatusItemTest, ToolTipIsLeftAloneWhereItIsReadAsPlainText)
     EXPECT_EQ(panel->toolTip(onlyItem()).title, "5 < 6");
 }
 
+TEST_F(LinuxStatusItemTest, ToolTipsTitleIsLeftAloneWhereOnlyTheTextIsMarkup)
+{
+    toolTip = "5 < 6";
+    spokenLabel = "a & b";
+    startOn("panel-2-systray");
+    EXPECT_EQ(panel->toolTip(onlyItem()), (test::ToolTip{"", "5 < 6", "a &amp; b"}));
+}
+
 TEST_F(LinuxStatusItemTest, WithoutAToolTipThereIsNone)
 {
     toolTip.reset();

@@ -16,7 +16,7 @@ protected:
         menu.didClose = [this] { ++closings; };
     }
 
-    void asksAt(std::chrono::milliseconds time) { opening.aboutToShow(MenuOpening::TimePoint{time}); }
+    void asksAt(std::chrono::milliseconds time) { opening.aboutToShow(this, MenuOpening::TimePoint{time}); }
 
     Menu menu;
     MenuOpening opening{menu};
@@ -27,7 +27,7 @@ protected:
 TEST_F(MenuOpeningTest, OneOpeningIsAnnouncedOnce)
 {
     asksAt(10s);
-    opening.opened();
+    opening.opened(this);
     EXPECT_EQ(openings, 1);
     EXPECT_EQ(closings, 0);
     opening.closed();
@@ -45,7 +45,7 @@ TEST_F(MenuOpeningTest, QuestionsThatFollowAtOnceAreAboutTheSameOpening)
 TEST_F(MenuOpeningTest, LaterQuestionIsTheNextOpeningOfAMenuThatClosedWithoutAWord)
 {
     asksAt(10s);
-    opening.opened();
+    opening.opened(this);
     asksAt(11s);
     EXPECT_EQ(openings, 2);
     EXPECT_EQ(closings, 1);
@@ -61,7 +61,7 @@ TEST_F(MenuOpeningTest, QuestionRightAfterClosingIsANewOpening)
 
 TEST_F(MenuOpeningTest, HostThatOnlySaysOpenedIsHeard)
 {
-    opening.opened();
+    opening.opened(this);
     EXPECT_EQ(openings, 1);
     EXPECT_TRUE(opening.isOpen());
 }
@@ -76,7 +76,7 @@ TEST_F(MenuOpeningTest, QuestionThatNothingFollowsDoesNotCountForLong)
 {
     asksAt(10s);
     EXPECT_TRUE(opening.isUnconfirmed());
-    opening.opened();
+    opening.opened(this);
     EXPECT_FALSE(opening.isUnconfirmed());
 }
 
