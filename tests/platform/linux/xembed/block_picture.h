@@ -18,8 +18,7 @@ public:
 
     explicit BlockPicture(double width, double inkHeight = 14.0) : m_width(width), m_inkHeight(inkHeight) { }
 
-    // Known to pictures by which drawing can be saved; nothing here asks for it.
-    [[nodiscard]] virtual std::uint64_t key() const { return static_cast<std::uint64_t>(m_width); }
+    [[nodiscard]] std::uint64_t key() const override { return static_cast<std::uint64_t>(m_width); }
 
     [[nodiscard]] double widthPoints() const override { return m_width; }
     [[nodiscard]] double heightPoints() const override { return 24.0; }
