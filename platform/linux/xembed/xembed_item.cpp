@@ -56,6 +56,9 @@ std::unique_ptr<XEmbedItem> XEmbedItem::create(XEmbedItemParts parts)
 XEmbedItem::XEmbedItem(XEmbedItemParts parts, X11Screen x11, int screenNumber)
     : m_parts(std::move(parts)), m_x11(x11), m_screenNumber(screenNumber), m_hoverTip(m_parts.hoverDelay)
 {
+    m_settled.setSingleShot(true);
+    m_settled.setInterval(kTraySettles);
+    QObject::connect(&m_settled, &QTimer::timeout, &m_context, [this] { repaint(); });
 }
 
 XEmbedItem::~XEmbedItem()
@@ -142,6 +145,8 @@ bool XEmbedItem::nativeEventFilter(const QByteArray&, void* message, qintptr*)
             m_window->embedded();
             m_window->exposed();
             repaint();
+            if (m_window->hasAlpha())
+                m_settled.start();
         }
         break;
     }
@@ -245,6 +250,7 @@ void XEmbedItem::lookForTray()
 void XEmbedItem::dropWindow()
 {
     m_hoverTip.leave();
+    m_settled.stop();
     m_window.reset();
     m_insideTray = false;
     m_mask.clear(0, 0);

@@ -9,6 +9,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
+#include <QTimer>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -24,6 +25,10 @@ struct XEmbedItemParts {
     /// How long the pointer rests on the item before its tool tip is shown.
     std::chrono::milliseconds hoverDelay{700};
 };
+
+/// A panel that draws transparent windows itself may lose a drawing that arrives while it lays its
+/// items out, so what it has exposed or resized is drawn once more so long after.
+inline constexpr std::chrono::milliseconds kTraySettles{400};
 
 class XEmbedItem final : public TrayFallback, private QAbstractNativeEventFilter {
 public:
@@ -70,6 +75,7 @@ private:
     CoverageMask m_mask;
     CoverageMask m_nextMask; ///< kept for its memory
     HoverTip m_hoverTip;
+    QTimer m_settled;
     QObject m_context;
 };
 

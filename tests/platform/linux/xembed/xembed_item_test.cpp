@@ -132,6 +132,17 @@ TEST_F(XEmbedItemTest, IsTransparentWhereTheTrayOffersAnAlphaChannel)
     EXPECT_EQ(tray->cornerPixel(), 0U);
 }
 
+TEST_F(XEmbedItemTest, DrawsOnceMoreForPanelsThatWereBusyTheFirstTime)
+{
+    startTray({.offersAlpha = true});
+    show();
+    ASSERT_TRUE(docks());
+    ASSERT_TRUE(middleBecomes(0xffffffff, ~0U));
+    // Nothing but the second drawing would show it.
+    ink = Ink{0xff000000};
+    EXPECT_TRUE(middleBecomes(0xff000000, ~0U));
+}
+
 TEST_F(XEmbedItemTest, ShowsATileWhereTheTrayForcesASquare)
 {
     startTray({.offersAlpha = true, .forcesSquare = true});
