@@ -3,8 +3,9 @@
 import signal
 import unittest
 
-from desktop.waiting import wait_until
 from support import DesktopTest, InWaybar, InXfce
+
+from desktop.waiting import wait_until
 
 
 class Host(DesktopTest):

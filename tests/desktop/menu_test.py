@@ -44,6 +44,18 @@ class Menu(DesktopTest):
         self.open_menu()
         self.assertEqual(self.amperly.settings_windows(), [])
 
+    def test_menu_has_its_full_size_when_it_opens_for_the_first_time(self):
+        self.on_battery()
+        self.start()
+        before = self.desktop.below_panel()
+        sizes = []
+        for _ in range(2):
+            left, top, right, bottom = self.open_menu()
+            sizes.append((right - left, bottom - top))
+            self.desktop.click(60, self.desktop.height - 60)
+            self.desktop.wait_until_closed(before)
+        self.assertEqual(sizes[0], sizes[1])
+
     def test_open_menu_follows_the_power_files(self):
         self.on_battery()
         self.start()

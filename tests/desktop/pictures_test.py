@@ -3,10 +3,11 @@ hold: it is there, whole, crisp and readable. They stay in the pictures folder t
 
 import unittest
 
+from support import PICTURES, DesktopTest
+
 from desktop.status_area import DARK, LIGHT
 from desktop.waybar import Waybar
 from desktop.xfce_panel import XfcePanel
-from support import PICTURES, DesktopTest
 
 
 class Pictures(DesktopTest):

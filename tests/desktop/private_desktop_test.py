@@ -10,6 +10,7 @@ import textwrap
 import unittest
 
 import support  # noqa: F401 (finds the desktop package)
+
 from desktop.picture import Picture, from_ppm
 from desktop.session import Session
 from desktop.status_item import has_watcher

@@ -2,8 +2,9 @@
 
 import unittest
 
-from desktop import accessible
 from support import DesktopTest, InWaybar, InXfce, write_preferences
+
+from desktop import accessible
 
 
 class Settings(DesktopTest):
@@ -32,6 +33,14 @@ class Settings(DesktopTest):
     def test_file_replaced_by_another_is_followed(self):
         self.on_battery()
         self.start()
+        pictures = self.pictures()
+        write_preferences(self.desktop, macIcon="cpu")
+        self.eventually(lambda: self.pictures() != pictures, "the item to follow the preference")
+
+    def test_first_file_ever_is_followed(self):
+        self.on_battery()
+        self.launch_as_installed()
+        self.amperly.wait_until_shown()
         pictures = self.pictures()
         write_preferences(self.desktop, macIcon="cpu")
         self.eventually(lambda: self.pictures() != pictures, "the item to follow the preference")

@@ -37,10 +37,10 @@ class StatusItem(DesktopTest):
 
     def test_change_of_the_power_files_shows_within_two_usual_intervals(self):
         self.on_battery(power_now=12300000)
+        write_preferences(self.desktop, smoothing=False)
         self.launch_as_installed()
         self.amperly.wait_until_shown()
         pictures = self.amperly.item().pictures()
-        write_preferences(self.desktop, smoothing=False)
         self.machine.change("BAT0", power_now=23400000)
         start = time.monotonic()
         self.wait_for_label("Mac using 23.4 W, Battery draining: 23.4 W (82%)", timeout=10)

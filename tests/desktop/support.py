@@ -68,8 +68,8 @@ class DesktopTest(unittest.TestCase):
         self.amperly.wait_until_shown()
 
     def launch(self, **preferences):
-        write_preferences(
-            self.desktop, **{"updateInterval": SHORT_INTERVAL_SECONDS, **preferences})
+        write_preferences(self.desktop, **{
+            "updateInterval": SHORT_INTERVAL_SECONDS, "smoothing": False, **preferences})
         self.launch_as_installed()
 
     def launch_as_installed(self):

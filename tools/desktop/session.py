@@ -99,12 +99,12 @@ class Session:
             raise DesktopError(f"{command[0]} failed: {reason[-1] if reason else done.returncode}")
         return done.stdout.decode(errors="replace") if text else done.stdout
 
-    def write(self, path, text):
+    def write(self, path, contents):
         """Writes a file of the session's user, by rename, making its folder; returns the path."""
         path = pathlib.Path(path)
         self._make_folders(path.parent)
         part = path.with_name(path.name + ".part")
-        part.write_text(text)
+        part.write_bytes(contents if isinstance(contents, bytes) else contents.encode())
         self.give(part)
         part.rename(path)
         return path
@@ -154,8 +154,11 @@ class Session:
     def _make_folders(self, folder):
         if not folder.exists():
             self._make_folders(folder.parent)
-            folder.mkdir(mode=0o700)
-            self.give(folder)
+            # Complete before it is seen: whoever watches for it must be let in at once.
+            part = folder.with_name(folder.name + ".part")
+            part.mkdir(mode=0o700)
+            self.give(part)
+            part.rename(folder)
         return folder
 
 

@@ -6,6 +6,7 @@ from .status_item import has_watcher
 from .waiting import DesktopError, wait_until, wait_until_steady
 
 START_SECONDS = 20
+SMALLEST_WINDOW = 40  # logical pixels each way
 
 DARK, LIGHT = "dark", "light"
 COLOURS = {DARK: (0x2B, 0x2D, 0x31), LIGHT: (0xEC, 0xEC, 0xEC)}
@@ -61,22 +62,30 @@ class StatusArea:
         top = self.panel_height * self.scale
         return self.screenshot(0, top, self.width, self.height - top)
 
-    def opened_area(self, before, timeout=10):
+    def opened_now(self, before):
         """(left, top, right, bottom) on the screen of what has opened since `before`, a picture of
-        below_panel(). What opened may move within its bounds."""
-        def area():
-            return self.below_panel().changed_area(before)
-        wait_until(area, timeout, "something to open")
-        steady = wait_until_steady(area, timeout, "what opened")
-        if steady is None:
-            raise DesktopError("what opened closed again by itself")
-        left, top, right, bottom = steady
+        below_panel(); None while nothing has. A pointer that looks out of the panel is nothing."""
+        area = self.below_panel().changed_area(before)
+        if area is None:
+            return None
+        left, top, right, bottom = area
+        least = SMALLEST_WINDOW * self.scale
+        if right - left < least or bottom - top < least:
+            return None
         offset = self.panel_height * self.scale
         return left, top + offset, right, bottom + offset
 
+    def opened_area(self, before, timeout=10):
+        """Waits for something to open and to stay in its bounds, within which it may move."""
+        wait_until(lambda: self.opened_now(before), timeout, "something to open")
+        area = wait_until_steady(lambda: self.opened_now(before), timeout, "what opened")
+        if area is None:
+            raise DesktopError("what opened closed again by itself")
+        return area
+
     def wait_until_closed(self, before, timeout=10):
-        """Waits until everything but the panel looks as in `before` again."""
-        wait_until(lambda: self.below_panel() == before, timeout, "what was open to close")
+        """Waits until nothing is open that was not in `before`."""
+        wait_until(lambda: self.opened_now(before) is None, timeout, "what was open to close")
 
     def _is_drawn(self):
         return self.screenshot(0, 0, 4, 4).at(1, 1) == self.panel_colour

@@ -2,6 +2,7 @@
 
 import json
 import os
+import struct
 
 from .picture import from_ppm
 from .session import NOBODY, Session
@@ -15,11 +16,14 @@ OUTPUT = "HEADLESS-1"
 COMPOSITOR = """
 output {output} resolution {width}x{height} scale {scale}
 seat seat0 fallback true
-seat seat0 hide_cursor 1
 default_border none
 for_window [app_id=".*"] floating enable
 xwayland disable
 """
+
+
+# Names under which compositor, panels and programs ask for a pointer's picture.
+POINTERS = ("left_ptr", "default", "pointer", "hand1", "hand2", "text", "xterm", "arrow")
 
 
 class WaylandDesktop(Session):
@@ -79,6 +83,7 @@ class WaylandDesktop(Session):
         configuration = self.write(
             self.configuration / "sway/config",
             COMPOSITOR.format(output=OUTPUT, width=self.width, height=self.height, scale=self.scale))
+        self._hide_pointer()
         control = self.runtime / "sway.sock"
         self.add_variables(XDG_CURRENT_DESKTOP="sway", XDG_SESSION_TYPE="wayland", SWAYSOCK=str(control))
         compositor = self.start(
@@ -89,6 +94,15 @@ class WaylandDesktop(Session):
                    "the compositor")
         compositor.require_running()
         self.add_variables(WAYLAND_DISPLAY=display.name, GDK_BACKEND="wayland")
+
+    def _hide_pointer(self):
+        """Makes the pointer a clear pixel: pictures are of what programs draw."""
+        image = struct.pack("<9I", 36, 0xFFFD0002, 24, 1, 1, 1, 0, 0, 0) + bytes(4)
+        file = b"Xcur" + struct.pack("<6I", 16, 0x10000, 1, 0xFFFD0002, 24, 28) + image
+        themes = self.directory / "pointers"
+        for name in POINTERS:
+            self.write(themes / "default/cursors" / name, file)
+        self.add_variables(XCURSOR_PATH=str(themes), XCURSOR_THEME="default")
 
     def _start_input(self):
         path = self.runtime / "vnc"
