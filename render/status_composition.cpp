@@ -86,7 +86,7 @@ StatusImage StatusRenderer::image(const std::optional<PowerSample>& sample, cons
     writer.add(Pref::style(Pref::macStyle, store), macSymbol, &StatusRenderer::systemLoadText);
     if (sample->externalConnected)
         writer.add(Pref::style(Pref::chargerStyle, store), kChargerSymbol, &StatusRenderer::adapterInText);
-    const bool idle = std::abs(sample->battery) < idleWatts;
+    const bool idle = sample->batteryKnown && std::abs(sample->battery) < idleWatts;
     if (!(idle && store.boolean(Pref::hideIdleBattery)))
         writer.add(
             Pref::style(Pref::batteryStyle, store), batterySymbol(*sample), &StatusRenderer::batteryText);

@@ -1,9 +1,8 @@
 // What a test needs that draws status images: the pinned font, art in force, and a vocabulary.
 #pragma once
 
-#include "platform/simulated/fixed_ui_font.h"
-#include "render/status_art.h"
 #include "render/status_image.h"
+#include "tests/support/pinned_drawing.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -15,7 +14,7 @@
 
 namespace amperly {
 
-class StatusArtTest : public testing::Test {
+class StatusArtTest : public testing::Test, protected PinnedDrawing {
 protected:
     using Arrangement = StatusImage::Arrangement;
 
@@ -81,12 +80,6 @@ protected:
             sum += coverage / 255.0;
         return sum;
     }
-
-    FixedUiFont font{{AMPERLY_PINNED_FONT, 0}, {AMPERLY_PINNED_FONT, 0}};
-    StatusArt art{font};
-
-private:
-    Injected<StatusArt> m_inForce{art};
 };
 
 } // namespace amperly

@@ -86,6 +86,15 @@ TEST_F(StatusCompositionTest, AnIdleBatteryCanBeHidden)
     EXPECT_EQ(composed().readingText(2), "\u22120.3 W");
 }
 
+TEST_F(StatusCompositionTest, ABatteryWhoseFlowIsUnknownIsNotTakenForIdle)
+{
+    store.set(Pref::hideIdleBattery, true);
+    sample->battery = 0.0;
+    sample->batteryKnown = false;
+    ASSERT_EQ(composed().readingCount(), 3);
+    EXPECT_EQ(composed().readingText(2), "\u2013");
+}
+
 TEST_F(StatusCompositionTest, AnIdleBatteryIsShownOtherwise)
 {
     sample->battery = -0.2;

@@ -212,7 +212,7 @@ TEST_F(StatusImageTest, ASystemWithoutFontsStillShowsTheSymbols)
 {
     const FixedUiFont none;
     StatusArt bare(none);
-    const Injected<StatusArt> inForce(bare);
+    const Injected<StatusArt> bareInForce(bare);
     EXPECT_GT(ink(drawn(usual(kLine), 1.0)), 50.0);
     EXPECT_GT(ink(drawn(usual(kStacked), 1.0)), 50.0);
     CoverageMask tile;
