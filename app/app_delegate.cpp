@@ -14,9 +14,7 @@
 namespace amperly {
 
 AppDelegate::AppDelegate(const Platform& platform)
-    : m_platform(platform)
-    , m_defaults(platform.preferences)
-    , m_self(std::make_shared<AppDelegate*>(this))
+    : m_platform(platform), m_defaults(platform.preferences), m_self(std::make_shared<AppDelegate*>(this))
 {
 }
 
@@ -119,8 +117,20 @@ void AppDelegate::update()
 {
     m_live.setSample(smoothed(PowerReader::read()));
     redraw();
-    if (m_isMenuOpen)
+    // Desktops that draw the menu themselves measure it before they ask for fresh readings, so a
+    // line that comes or goes is theirs to know at once, also while the menu is closed.
+    if (m_isMenuOpen || MenuShape::of(m_live.sample()) != m_menuShape)
         updateMenu();
+}
+
+AppDelegate::MenuShape AppDelegate::MenuShape::of(const std::optional<PowerSample>& sample)
+{
+    if (!sample)
+        return {.made = true};
+    return {.made = true,
+        .hasSample = true,
+        .onPower = sample->externalConnected,
+        .hasRating = sample->adapterRating.has_value()};
 }
 
 std::optional<PowerSample> AppDelegate::smoothed(std::optional<PowerSample> reading) const
@@ -214,6 +224,7 @@ void AppDelegate::redraw()
 void AppDelegate::updateMenu()
 {
     const std::optional<PowerSample>& sample = m_live.sample();
+    m_menuShape = MenuShape::of(sample);
     if (!sample) {
         m_menu.setTitle(m_loadItem, "No power data available");
         m_menu.setVisible(m_adapterItem, false);
@@ -223,7 +234,8 @@ void AppDelegate::updateMenu()
     }
     m_menu.setTitle(m_loadItem, "Mac using: " + StatusRenderer::systemLoadText(*sample, 1, true));
     m_menu.setTitle(m_adapterItem,
-        sample->externalConnected ? "From charger: " + StatusRenderer::adapterInText(*sample, 1, true) : "On battery");
+        sample->externalConnected ? "From charger: " + StatusRenderer::adapterInText(*sample, 1, true)
+                                  : "On battery");
     m_menu.setVisible(m_adapterItem, true);
     m_menu.setTitle(m_batteryItem, StatusRenderer::batteryDescription(*sample));
     m_menu.setVisible(m_batteryItem, true);

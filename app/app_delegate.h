@@ -3,10 +3,10 @@
 // routes clicks on the status item to the panel or the menu.
 #pragma once
 
-#include "telemetry/live_model.h"
 #include "app/status_texts.h"
 #include "platform/menu.h"
 #include "platform/platform.h"
+#include "telemetry/live_model.h"
 
 #include <functional>
 #include <memory>
@@ -81,6 +81,16 @@ private:
     /// may deliver what was on its way.
     [[nodiscard]] std::function<void()> whileAlive(void (AppDelegate::*operation)());
 
+    /// Which lines the menu has, apart from the figures in them.
+    struct MenuShape {
+        bool made = false;
+        bool hasSample = false;
+        bool onPower = false;
+        bool hasRating = false;
+        [[nodiscard]] static MenuShape of(const std::optional<PowerSample>& sample);
+        friend bool operator==(const MenuShape&, const MenuShape&) = default;
+    };
+
     Platform m_platform;
     PreferenceStore& m_defaults;
     Menu m_menu;
@@ -88,6 +98,7 @@ private:
     int m_adapterItem = 0;
     int m_batteryItem = 0;
     int m_chargerItem = 0;
+    MenuShape m_menuShape;
     bool m_isMenuOpen = false;
     bool m_isMenuFresh = false; ///< the readings were taken for the menu that opens now
     LiveModel m_live;

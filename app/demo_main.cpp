@@ -14,11 +14,7 @@ using namespace amperly;
 /// The laptop's registry on the wall's clock: looking at it is what lets the day go on.
 class PassingDay : public Registry {
 public:
-    explicit PassingDay(SimulatedLaptop& laptop)
-        : m_laptop(laptop)
-        , m_day(laptop)
-    {
-    }
+    explicit PassingDay(SimulatedLaptop& laptop) : m_laptop(laptop), m_day(laptop) { }
 
     [[nodiscard]] RegistryEntry find(std::string_view className) override
     {

@@ -13,6 +13,7 @@
 #include "platform/linux/shell/timer_source.h"
 #include "platform/linux/tray/desktop_ink.h"
 #include "platform/linux/tray/linux_status_item.h"
+#include "platform/linux/xembed/xembed_item.h"
 #include "render/status_art.h"
 #include "telemetry/power_reader.h"
 
@@ -56,11 +57,10 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
         return EXIT_SUCCESS;
 
     LinuxDesktop desktop(instance, {.version = AMPERLY_VERSION});
-    IniPreferenceStore preferences(
-        configFolder() + '/' + identity.settingsFile, [&desktop](const std::string& line) { desktop.log(line); });
+    IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
+        [&desktop](const std::string& line) { desktop.log(line); });
     XdgAutostart loginItem({identity.applicationId, identity.name, Installation::runningProgram().string()},
-        configFolder(),
-        [](const std::string& program, const std::string& argument) {
+        configFolder(), [](const std::string& program, const std::string& argument) {
             return argument.empty() ? startDetached({program}) : startDetached({program, argument});
         });
 
@@ -73,8 +73,11 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     MenuPresenter menus;
     const std::unique_ptr<BusConnection> inkConnection = BusConnection::open();
     DesktopInk ink(inkConnection.get());
+    const std::unique_ptr<XEmbedItem> oldTray
+        = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::White); }});
     LinuxStatusItem statusItem({
         .ink = ink,
+        .fallback = oldTray.get(),
         .openMenu = [&menus](Menu& menu, std::optional<ScreenPoint> anchor) { menus.open(menu, anchor); },
         .log = [&desktop](std::string_view line) { desktop.log(line); },
         .currentDesktop = environment("XDG_CURRENT_DESKTOP"),
@@ -86,7 +89,8 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     const Injected<LoginItem> currentLoginItem(loginItem);
     const PowerReader::Sources sources(smcService, registry);
 
-    AppDelegate application({smcService, registry, preferences, timers, statusItem, popover, loginItem, desktop, uiFont});
+    AppDelegate application(
+        {smcService, registry, preferences, timers, statusItem, popover, loginItem, desktop, uiFont});
     application.applicationDidFinishLaunching();
 
     const AccessibilityOnDemand accessibility;

@@ -9,11 +9,11 @@ class SmcService;
 
 /// What tells one program from another on the same desktop.
 struct ProgramIdentity {
-    const char* name;          ///< as people read it
+    const char* name; ///< as people read it
     const char* applicationId; ///< of its desktop entry
-    const char* busName;       ///< on the session bus
-    const char* objectPath;    ///< the same as a path
-    const char* settingsFile;  ///< below the user's config folder
+    const char* busName; ///< on the session bus
+    const char* objectPath; ///< the same as a path
+    const char* settingsFile; ///< below the user's config folder
 };
 
 inline constexpr ProgramIdentity kAmperly{

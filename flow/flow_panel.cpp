@@ -29,9 +29,7 @@ QFont sized(QFont font, int pixels, QFont::Weight weight)
 } // namespace
 
 FlowPanel::FlowPanel(LiveModel& live, std::function<void()> openSettings)
-    : m_live(live)
-    , m_caption(new QLabel(QStringLiteral("Mac is using")))
-    , m_headline(new QLabel)
+    : m_live(live), m_caption(new QLabel(QStringLiteral("Mac is using"))), m_headline(new QLabel)
 {
     m_caption->setFont(sized(font(), kCaptionSize, QFont::Normal));
     m_caption->setForegroundRole(QPalette::PlaceholderText);
@@ -53,8 +51,10 @@ FlowPanel::FlowPanel(LiveModel& live, std::function<void()> openSettings)
     setFixedWidth(kWidth);
 
     // The change is announced before it is made: look at it when the event loop comes round.
-    m_subscription = m_live.objectWillChange(
-        [this] { QMetaObject::invokeMethod(this, [this] { refresh(); }, Qt::QueuedConnection); });
+    m_subscription = m_live.objectWillChange([this] {
+        QMetaObject::invokeMethod(
+            this, [this] { refresh(); }, Qt::QueuedConnection);
+    });
     refresh();
 }
 

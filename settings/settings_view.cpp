@@ -8,9 +8,7 @@
 
 namespace amperly {
 
-SettingsView::SettingsView(LiveModel& live)
-    : m_live(live)
-    , m_reading(new QLabel)
+SettingsView::SettingsView(LiveModel& live) : m_live(live), m_reading(new QLabel)
 {
     m_reading->setAlignment(Qt::AlignCenter);
     m_reading->setWordWrap(true);
@@ -18,8 +16,10 @@ SettingsView::SettingsView(LiveModel& live)
     layout->addWidget(m_reading);
 
     // The change is announced before it is made: look at it when the event loop comes round.
-    m_subscription = m_live.objectWillChange(
-        [this] { QMetaObject::invokeMethod(this, [this] { refresh(); }, Qt::QueuedConnection); });
+    m_subscription = m_live.objectWillChange([this] {
+        QMetaObject::invokeMethod(
+            this, [this] { refresh(); }, Qt::QueuedConnection);
+    });
     refresh();
 }
 

@@ -80,7 +80,10 @@ TEST_F(AppDelegateTest, WithoutAReadingThereIsNoTooltipAndTheLabelSaysSo)
 
 TEST_F(AppDelegateTest, AnUnknownLoadIsSaidAsADash)
 {
-    launchWith({.battery = 15.9, .batteryPercent = 64, .externalConnected = true, .systemLoadKnown = false,
+    launchWith({.battery = 15.9,
+        .batteryPercent = 64,
+        .externalConnected = true,
+        .systemLoadKnown = false,
         .adapterInKnown = false});
     EXPECT_EQ(platform.statusItem.shown()->toolTip, "Mac using –");
     EXPECT_EQ(platform.statusItem.shown()->spokenLabel,
@@ -103,8 +106,8 @@ TEST_F(AppDelegateTest, TheMenuListsFourReadingsAndThreeCommands)
     launchWith(kCharging);
     click(ClickButton::Right);
     EXPECT_THAT(menuTitles(),
-        ElementsAre("Mac using: 14.2 W", "From charger: 30.1 W", "Battery charging: 15.9 W (64%)", "Charger: 140 W", "",
-            "Settings…", "Buy Me a Coffee ☕", "Quit Amperly"));
+        ElementsAre("Mac using: 14.2 W", "From charger: 30.1 W", "Battery charging: 15.9 W (64%)",
+            "Charger: 140 W", "", "Settings…", "Buy Me a Coffee ☕", "Quit Amperly"));
     for (int reading = 0; reading < 4; ++reading)
         EXPECT_FALSE(app->menu().entries()[static_cast<std::size_t>(reading)].enabled);
     EXPECT_EQ(app->menu().entries()[5].shortcut, ',');
@@ -117,7 +120,7 @@ TEST_F(AppDelegateTest, OnBatteryTheMenuSaysSoAndHidesTheChargersRating)
     launchWith(kOnBattery);
     click(ClickButton::Right);
     EXPECT_THAT(menuTitles(),
-        ElementsAre("Mac using: 7.3 W", "On battery", "Battery draining: 7.3 W (55%)", "", "Settings…",
+        ElementsAre("Mac using: 7.2 W", "On battery", "Battery draining: 7.2 W (55%)", "", "Settings…",
             "Buy Me a Coffee ☕", "Quit Amperly"));
 }
 
@@ -132,12 +135,15 @@ TEST_F(AppDelegateTest, WithoutAReadingTheMenuSaysSoInOneLine)
 
 TEST_F(AppDelegateTest, UnknownFiguresAreDashesInTheMenu)
 {
-    launchWith({.batteryPercent = 80, .externalConnected = true, .systemLoadKnown = false, .adapterInKnown = false,
+    launchWith({.batteryPercent = 80,
+        .externalConnected = true,
+        .systemLoadKnown = false,
+        .adapterInKnown = false,
         .batteryKnown = false});
     click(ClickButton::Right);
     EXPECT_THAT(menuTitles(),
-        ElementsAre("Mac using: –", "From charger: –", "Battery: – (80%)", "", "Settings…", "Buy Me a Coffee ☕",
-            "Quit Amperly"));
+        ElementsAre("Mac using: –", "From charger: –", "Battery: – (80%)", "", "Settings…",
+            "Buy Me a Coffee ☕", "Quit Amperly"));
 }
 
 TEST_F(AppDelegateTest, TheOpenMenuFollowsEveryTick)
@@ -150,13 +156,21 @@ TEST_F(AppDelegateTest, TheOpenMenuFollowsEveryTick)
     EXPECT_EQ(menuTitles().size(), 8U);
 }
 
-TEST_F(AppDelegateTest, TheClosedMenuIsLeftAlone)
+TEST_F(AppDelegateTest, TheClosedMenusFiguresAreLeftAlone)
 {
     launchWith(kOnBattery);
-    click(ClickButton::Right);
-    platform.statusItem.closeMenu();
+    tickWith(PowerSample{.systemLoad = 20, .battery = -20, .batteryPercent = 54});
+    EXPECT_EQ(app->menu().entries()[0].title, "Mac using: 7.2 W");
+}
+
+TEST_F(AppDelegateTest, TheClosedMenusLinesComeAndGoWithTheCharger)
+{
+    launchWith(kOnBattery);
+    EXPECT_FALSE(app->menu().entries()[3].visible);
     tickWith(kCharging);
-    EXPECT_EQ(app->menu().entries()[1].title, "On battery");
+    EXPECT_TRUE(app->menu().entries()[3].visible);
+    tickWith(std::nullopt);
+    EXPECT_FALSE(app->menu().entries()[1].visible);
 }
 
 TEST_F(AppDelegateTest, TheMenuOpensWithAFreshReading)

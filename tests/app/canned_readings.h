@@ -37,12 +37,13 @@ public:
         if (name == kAdapterDetails && m_sample->adapterRating)
             dictionary.add(kWatts, std::int64_t{*m_sample->adapterRating});
         if (name == kPowerTelemetryData) {
-            const auto add = [&](std::string_view figure, std::string_view unknown, double watts, bool known) {
-                if (known)
-                    dictionary.add(figure, static_cast<std::int64_t>(std::llround(watts * 1000)));
-                else
-                    dictionary.add(unknown, true);
-            };
+            const auto add
+                = [&](std::string_view figure, std::string_view unknown, double watts, bool known) {
+                      if (known)
+                          dictionary.add(figure, static_cast<std::int64_t>(std::llround(watts * 1000)));
+                      else
+                          dictionary.add(unknown, true);
+                  };
             add(kSystemLoad, kSystemLoadUnknown, m_sample->systemLoad, m_sample->systemLoadKnown);
             add(kSystemPowerIn, kSystemPowerInUnknown, m_sample->adapterIn, m_sample->adapterInKnown);
             add(kBatteryPower, kBatteryPowerUnknown, m_sample->battery, m_sample->batteryKnown);
@@ -56,8 +57,8 @@ public:
 
 private:
     [[nodiscard]] SmcOpening open(std::string_view) override { return {}; }
-    [[nodiscard]] std::int32_t callStruct(std::uint32_t, std::uint32_t, std::span<const std::byte, kSmcRecordSize>,
-        std::span<std::byte, kSmcRecordSize>) override
+    [[nodiscard]] std::int32_t callStruct(std::uint32_t, std::uint32_t,
+        std::span<const std::byte, kSmcRecordSize>, std::span<std::byte, kSmcRecordSize>) override
     {
         return -1;
     }

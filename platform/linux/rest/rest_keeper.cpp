@@ -16,7 +16,8 @@ namespace {
 bool anyWindowVisible()
 {
     const QWindowList windows = QGuiApplication::topLevelWindows();
-    return std::any_of(windows.begin(), windows.end(), [](const QWindow* window) { return window->isVisible(); });
+    return std::any_of(
+        windows.begin(), windows.end(), [](const QWindow* window) { return window->isVisible(); });
 }
 
 } // namespace
