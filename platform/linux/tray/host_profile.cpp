@@ -8,7 +8,7 @@ namespace {
 
 constexpr HostProfile kUnknown{};
 
-constexpr HostProfile kWaybar{};
+constexpr HostProfile kWaybar{.asksForEverything = true};
 
 constexpr HostProfile kMate{.ink = PanelInk::ColourScheme};
 
@@ -18,6 +18,7 @@ constexpr HostProfile kXfce{
     .toolTip = ToolTipText::PlainThenMarkup,
     .lastRegisteredFirst = true,
     .takesLargestPixmap = true,
+    .asksForEverything = true,
     .globalCoordinates = true,
 };
 

@@ -39,7 +39,7 @@ struct HostProfile {
     /// The host scales its largest pixmap down, however well a smaller one would fit.
     bool takesLargestPixmap = false;
 
-    /// Whatever an item tells, the host asks for all of it, once for each time it was told.
+    /// Whatever an item tells, the host asks for everything, so that telling once is enough.
     bool asksForEverything = false;
 
     /// Clicks come with coordinates of the screen. Other hosts count from the item's corner or

@@ -132,7 +132,8 @@ void StatusNotifierItem::publish()
         return;
     if (picture)
         m_connection.emitSignal(kPath, kInterfaceName, "NewIcon");
-    if (toolTip && m_profile.toolTip != ToolTipText::None)
+    const bool fetchedAnyway = picture && m_profile.asksForEverything;
+    if (toolTip && !fetchedAnyway && m_profile.toolTip != ToolTipText::None)
         m_connection.emitSignal(kPath, kInterfaceName, "NewToolTip");
     if (m_profile.drawing != ItemDrawing::Labelled)
         return;

@@ -147,6 +147,26 @@ TEST_F(LinuxStatusItemTest, ChangedTextIsSaidWithoutThePicture)
     EXPECT_EQ(panel->toolTip(name).title, "Mac using 12.4 W");
 }
 
+TEST_F(LinuxStatusItemTest, HostThatAsksForEverythingAnywayIsToldOnce)
+{
+    startOn("panel-2-systray");
+    const std::string name = onlyItem();
+    static_cast<void>(panel->heard());
+    toolTip = "Mac using 9 W";
+    show({"9"});
+    EXPECT_THAT(panel->heard(), ElementsAre(Heard{name, "NewIcon"}));
+}
+
+TEST_F(LinuxStatusItemTest, HostThatAsksForWhatChangedIsToldOfEach)
+{
+    startOn("kded5");
+    const std::string name = onlyItem();
+    static_cast<void>(panel->heard());
+    toolTip = "Mac using 9 W";
+    show({"9"});
+    EXPECT_THAT(panel->heard(), ElementsAre(Heard{name, "NewIcon"}, Heard{name, "NewToolTip"}));
+}
+
 TEST_F(LinuxStatusItemTest, HostWithoutToolTipsIsNotToldOfThem)
 {
     startOn("swaybar");
