@@ -8,7 +8,7 @@ import tempfile
 
 from .bus import Bus
 from .processes import Keeper, child_environment
-from .waiting import DesktopError, wait_until
+from .waiting import DesktopError
 
 NOBODY = 65534
 TOOL_SECONDS = 20
@@ -128,14 +128,18 @@ class Session:
         return copy
 
     def _start_bus(self):
-        socket = self.runtime / "bus"
         configuration = self.write(
-            self.directory / "bus.conf", BUS_CONFIGURATION.format(socket=socket))
+            self.directory / "bus.conf", BUS_CONFIGURATION.format(socket=self.runtime / "bus"))
+        reading, writing = os.pipe()
         daemon = self.start(
-            "dbus-daemon", ["dbus-daemon", "--nofork", "--nopidfile", f"--config-file={configuration}"])
-        wait_until(lambda: socket.exists() or not daemon.running, 10, "the session bus")
-        daemon.require_running()
-        self.bus_address = f"unix:path={socket}"
+            "dbus-daemon", ["dbus-daemon", "--nofork", "--nopidfile", f"--config-file={configuration}",
+                            f"--print-address={writing}"], pass_fds=(writing,))
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            self.bus_address = answer.readline().strip()  # comes once it listens; empty if it ends
+        if not self.bus_address:
+            daemon.wait()
+            daemon.require_running()
         self.add_variables(DBUS_SESSION_BUS_ADDRESS=self.bus_address)
         self.bus = Bus(self.bus_address)
 

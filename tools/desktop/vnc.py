@@ -19,8 +19,12 @@ class VncInput:
     def __init__(self, socket_path):
         self._socket = socket.socket(socket.AF_UNIX)
         self._socket.settimeout(TIMEOUT_SECONDS)
-        self._socket.connect(str(socket_path))
-        self._shake_hands()
+        try:
+            self._socket.connect(str(socket_path))
+            self._shake_hands()
+        except BaseException:
+            self._socket.close()
+            raise
 
     def close(self):
         self._socket.close()

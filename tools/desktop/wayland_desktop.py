@@ -107,9 +107,16 @@ class WaylandDesktop(Session):
     def _start_input(self):
         path = self.runtime / "vnc"
         server = self.start("wayvnc", ["wayvnc", "--unix-socket", path])
-        wait_until(lambda: not server.running or path.exists(), 10, "the compositor's pointer")
-        server.require_running()
-        self._input = VncInput(path)
+        self._input = wait_until(lambda: _joined(path, server), 10, "the compositor's pointer")
+
+
+def _joined(path, server):
+    """A connection to the input server; None while it does not listen yet."""
+    server.require_running()
+    try:
+        return VncInput(path)
+    except (FileNotFoundError, ConnectionRefusedError):
+        return None
 
 
 def _window_nodes(node):
