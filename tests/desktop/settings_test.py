@@ -22,6 +22,16 @@ class Settings(DesktopTest):
         self.assertEqual(self.amperly.start_again().wait(), 0)
         self.assertEqual(len(self.amperly.settings_windows()), 1)
 
+    def test_closed_window_opens_again(self):
+        self.on_battery()
+        self.start()
+        self.amperly.start_again().wait()
+        self.eventually(self.amperly.settings_windows, "the settings window")
+        self.amperly.close_settings()
+        self.assertTrue(self.amperly.program.running)
+        self.assertEqual(self.amperly.start_again().wait(), 0)
+        self.eventually(self.amperly.settings_windows, "the settings window again")
+
     def test_file_edited_in_place_is_followed(self):
         self.on_battery()
         self.start()
@@ -57,16 +67,7 @@ class Settings(DesktopTest):
 
 
 class SettingsInXfce(InXfce, Settings):
-    def test_closed_window_opens_again(self):
-        self.on_battery()
-        self.start()
-        self.amperly.start_again().wait()
-        self.eventually(self.amperly.settings_windows, "the settings window")
-        self.desktop.press("alt+F4")
-        self.eventually(lambda: not self.amperly.settings_windows(), "the settings window to close")
-        self.assertTrue(self.amperly.program.running)
-        self.assertEqual(self.amperly.start_again().wait(), 0)
-        self.eventually(self.amperly.settings_windows, "the settings window again")
+    pass
 
 
 class SettingsInWaybar(InWaybar, Settings):

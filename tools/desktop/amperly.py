@@ -61,6 +61,12 @@ class Amperly:
     def settings_windows(self):
         return self.desktop.windows(self.pid, SETTINGS_TITLE)
 
+    def close_settings(self):
+        """Closes the settings window and waits until it is gone."""
+        for window in self.settings_windows():
+            self.desktop.close_window(window)
+        wait_until(lambda: not self.settings_windows(), SHOWN_SECONDS, "the settings window to close")
+
     def preferences_file(self):
         return self.desktop.configuration / "amperly/amperly.ini"
 

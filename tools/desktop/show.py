@@ -86,6 +86,7 @@ class Gallery:
             raise DesktopError(f"the second start ended with status {status}: {second.last_line()}")
         wait_until(self._amperly.settings_windows, 10, "the settings window to open")
         self._save_around("settings", *self._desktop.opened_area(before))
+        self._amperly.close_settings()
 
     def _save_around(self, name, left, top, right, bottom):
         margin = MARGIN * self._desktop.scale

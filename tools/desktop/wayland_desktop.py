@@ -79,6 +79,10 @@ class WaylandDesktop(Session):
         return [(node["id"], node["name"]) for node in _window_nodes(tree)
                 if process in (None, node["pid"]) and name in (None, node["name"])]
 
+    def close_window(self, window):
+        """Asks a window to close, as its user does."""
+        self.run("swaymsg", f"[con_id={window[0]}] kill")
+
     def _start_compositor(self):
         configuration = self.write(
             self.configuration / "sway/config",

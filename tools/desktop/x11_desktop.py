@@ -89,8 +89,9 @@ class X11Desktop(Session):
         places = self._places()
         return [places[number] for number in map(int, found.split()) if number in places]
 
-    def window_title(self, window):
-        return self.run("xdotool", "getwindowname", window.number).strip()
+    def close_window(self, window):
+        """Asks a window to close, as its user does."""
+        self.run("xdotool", "windowactivate", "--sync", window.number, "key", "alt+F4")
 
     def _places(self):
         """Every window by its number, seen or not."""
