@@ -2,9 +2,8 @@
 
 #include "platform/linux/shell/user_time.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QScreen>
-#include <QWidget>
 
 #include <syslog.h>
 #include <system_error>
@@ -50,13 +49,6 @@ void LinuxDesktop::activate()
     // The click that led here went to the panel, so the window manager has not seen the user
     // with this program for a while and would keep its windows behind.
     takeUserTime();
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget* const widget : widgets) {
-        if (widget->isVisible() && widget->windowType() == Qt::Window) {
-            widget->raise();
-            widget->activateWindow();
-        }
-    }
 }
 
 void LinuxDesktop::quit()

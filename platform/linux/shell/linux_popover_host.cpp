@@ -4,7 +4,7 @@
 
 namespace amperly {
 
-LinuxPopoverHost::LinuxPopoverHost(TimerSlack& slack, WindowKind kind, Clock clock)
+LinuxPopoverHost::LinuxPopoverHost(TimerSlack& slack, WindowKind kind, ReopenGuard::Clock clock)
     : m_slack(slack), m_kind(kind), m_clock(std::move(clock))
 {
 }
@@ -48,12 +48,6 @@ void LinuxPopoverHost::retire(ClosedBy by)
             m_didClose();
     });
     leaving->deleteLater();
-}
-
-ReopenGuard::Moment LinuxPopoverHost::steadyClock()
-{
-    return std::chrono::duration_cast<ReopenGuard::Moment>(
-        std::chrono::steady_clock::now().time_since_epoch());
 }
 
 } // namespace amperly

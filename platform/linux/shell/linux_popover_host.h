@@ -13,12 +13,9 @@ namespace amperly {
 
 class LinuxPopoverHost : public PopoverHost {
 public:
-    /// Tells the time by which the guard against reopening goes.
-    using Clock = std::function<ReopenGuard::Moment()>;
-
     /// `slack` must outlive the host.
-    explicit LinuxPopoverHost(
-        TimerSlack& slack, WindowKind kind = windowKindOfDesktop(), Clock clock = steadyClock);
+    explicit LinuxPopoverHost(TimerSlack& slack, WindowKind kind = windowKindOfDesktop(),
+        ReopenGuard::Clock clock = ReopenGuard::steadyClock);
     ~LinuxPopoverHost() override;
 
     /// Does nothing but drop the content when the request is the rest of the click whose press
@@ -30,14 +27,12 @@ public:
     [[nodiscard]] bool isShown() const override { return m_window != nullptr; }
     void onDidClose(std::function<void()> handler) override { m_didClose = std::move(handler); }
 
-    [[nodiscard]] static ReopenGuard::Moment steadyClock();
-
 private:
     void retire(ClosedBy by);
 
     TimerSlack& m_slack;
     WindowKind m_kind;
-    Clock m_clock;
+    ReopenGuard::Clock m_clock;
     ReopenGuard m_guard;
     std::function<void()> m_didClose;
     std::optional<TimerSlack::ExactHold> m_hold;

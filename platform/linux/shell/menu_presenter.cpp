@@ -1,22 +1,40 @@
 #include "platform/linux/shell/menu_presenter.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 
 #include <utility>
 
 namespace amperly {
 
-MenuPresenter::MenuPresenter(WindowKind kind) : m_kind(kind) { }
+namespace {
+
+/// Why a popup that is about to hide does.
+ClosedBy reasonOf(const QWidget& popup)
+{
+    const bool pressed = QGuiApplication::mouseButtons() != Qt::NoButton;
+    return pressed && !popup.geometry().contains(QCursor::pos()) ? ClosedBy::OutsidePress : ClosedBy::Request;
+}
+
+} // namespace
+
+MenuPresenter::MenuPresenter(WindowKind kind, ReopenGuard::Clock clock)
+    : m_kind(kind), m_clock(std::move(clock))
+{
+}
 
 MenuPresenter::~MenuPresenter()
 {
     close();
-    delete m_shown;
+    for (const QPointer<QWidget>& widget : m_leaving)
+        delete widget;
 }
 
 void MenuPresenter::open(Menu& menu, std::optional<ScreenPoint> anchor)
 {
     close();
+    if (m_guard.belongsToPress(m_clock(), QCursor::pos()))
+        return;
     // First the news, so that the readings are fresh when the entries are laid out.
     m_open = &menu;
     menu.announceWillOpen();
@@ -30,7 +48,7 @@ void MenuPresenter::open(Menu& menu, std::optional<ScreenPoint> anchor)
 void MenuPresenter::openAsPopup(MenuWidget* widget, std::optional<ScreenPoint> anchor)
 {
     m_shown = widget;
-    QObject::connect(widget, &QMenu::aboutToHide, &m_context, [this] { finish(); });
+    QObject::connect(widget, &QMenu::aboutToHide, &m_context, [this, widget] { finish(reasonOf(*widget)); });
     const QPoint pointer = QCursor::pos();
     widget->popup(placeOfClick(pointer, anchor, screenAround(pointer)));
 }
@@ -42,7 +60,7 @@ void MenuPresenter::openInWindow(std::unique_ptr<MenuWidget> widget, std::option
     QObject::connect(widget.get(), &QMenu::aboutToHide, &m_context, [this] { close(); });
     QObject::connect(widget.get(), &QMenu::triggered, &m_context, [this] { close(); });
     auto window = makeTransientWindow(m_kind, std::move(widget), CardEdge::Bare);
-    window->onClosed([this](ClosedBy) { finish(); });
+    window->onClosed([this](ClosedBy by) { finish(by); });
     TransientWindow* const opening = window.release();
     m_shown = opening;
     opening->open(anchor);
@@ -50,16 +68,21 @@ void MenuPresenter::openInWindow(std::unique_ptr<MenuWidget> widget, std::option
 
 void MenuPresenter::close()
 {
-    if (m_shown && m_open)
+    if (m_shown)
         m_shown->close();
 }
 
-void MenuPresenter::finish()
+void MenuPresenter::finish(ClosedBy by)
 {
     Menu* const closed = std::exchange(m_open, nullptr);
     if (closed == nullptr)
         return;
+    if (by == ClosedBy::OutsidePress)
+        m_guard.closedByPress(m_clock(), QCursor::pos());
     m_shown->deleteLater(); // the choice of an entry is still being delivered
+    std::erase_if(m_leaving, [](const QPointer<QWidget>& widget) { return widget.isNull(); });
+    m_leaving.push_back(m_shown);
+    m_shown.clear();
     closed->announceDidClose();
 }
 

@@ -4,6 +4,11 @@
 
 namespace amperly {
 
+ReopenGuard::Moment ReopenGuard::steadyClock()
+{
+    return std::chrono::duration_cast<Moment>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
 void ReopenGuard::closedByPress(Moment now, QPoint pointer)
 {
     m_press = Press{now, pointer};

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QWindow>
+#include <qpa/qwindowsysteminterface.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +19,8 @@ protected:
     std::vector<std::string> m_events;
     int m_reading = 0;
     int m_hidden = 0;
-    MenuPresenter presenter{GetParam()};
+    std::chrono::milliseconds m_now{5000};
+    MenuPresenter presenter{GetParam(), [this] { return m_now; }};
 
     void SetUp() override
     {
@@ -33,6 +36,25 @@ protected:
             menu.setTitle(m_reading, "Mac using: 34 W");
         };
         menu.didClose = [this] { m_events.emplace_back("did close"); };
+    }
+
+    /// As a press there does: the popup holds the pointer, a window loses the focus.
+    static void pressOutside()
+    {
+        QWindow* const window = shown()->window()->windowHandle();
+        const QPoint outside = window->geometry().bottomRight() + QPoint(50, 50);
+        QCursor::setPos(outside);
+        if (GetParam() == WindowKind::Popup) {
+            for (const auto& [button, type] : {std::pair(Qt::LeftButton, QEvent::MouseButtonPress),
+                     std::pair(Qt::NoButton, QEvent::MouseButtonRelease)})
+                QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::SynchronousDelivery>(
+                    window, window->mapFromGlobal(outside), outside, button, Qt::LeftButton, type);
+        } else {
+            QWidget other;
+            other.show();
+            QApplication::setActiveWindow(shown()->window());
+            QApplication::setActiveWindow(&other);
+        }
     }
 
     void open() { presenter.open(menu, ScreenPoint{10, 10}); }
@@ -129,6 +151,25 @@ TEST_P(MenuPresenterTest, AClosedMenuMayChangeWithoutAnybodyListening)
     menu.setTitle(m_reading, "Mac using: 78 W");
     open();
     EXPECT_EQ(action(0).text(), QStringLiteral("Mac using: 34 W")); // willOpen sets it anew
+}
+
+TEST_P(MenuPresenterTest, TheClickThatClosedItDoesNotReopenIt)
+{
+    open();
+    pressOutside();
+    m_now += std::chrono::milliseconds(150);
+    open();
+    EXPECT_FALSE(presenter.isOpen());
+    EXPECT_THAT(m_events, ElementsAre("will open", "did close"));
+}
+
+TEST_P(MenuPresenterTest, TheNextClickDoes)
+{
+    open();
+    pressOutside();
+    m_now += std::chrono::milliseconds(900);
+    open();
+    EXPECT_TRUE(presenter.isOpen());
 }
 
 TEST_P(MenuPresenterTest, EscapeCloses)
