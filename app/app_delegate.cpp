@@ -115,8 +115,12 @@ void AppDelegate::scheduleTimer()
 
 void AppDelegate::update()
 {
-    m_live.setSample(smoothed(PowerReader::read()));
-    redraw();
+    const std::optional<PowerSample> sample = smoothed(PowerReader::read());
+    const bool news = sample != m_live.sample() || !m_isDrawn;
+    m_live.setSample(sample);
+    // A machine at rest reads the same again and again; its picture need not even be composed.
+    if (news)
+        redraw();
     // Desktops that draw the menu themselves measure it before they ask for fresh readings, so a
     // line that comes or goes is theirs to know at once, also while the menu is closed.
     if (m_isMenuOpen || MenuShape::of(m_live.sample()) != m_menuShape)
@@ -216,6 +220,7 @@ void AppDelegate::popoverDidClose()
 void AppDelegate::redraw()
 {
     const std::optional<PowerSample>& sample = m_live.sample();
+    m_isDrawn = true;
     m_statusTexts.follow(sample);
     m_platform.statusItem.show(
         StatusRenderer::image(sample, m_defaults), m_statusTexts.toolTip(), m_statusTexts.spokenLabel());

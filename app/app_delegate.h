@@ -98,6 +98,7 @@ private:
     int m_adapterItem = 0;
     int m_batteryItem = 0;
     int m_chargerItem = 0;
+    bool m_isDrawn = false;
     MenuShape m_menuShape;
     bool m_isMenuOpen = false;
     bool m_isMenuFresh = false; ///< the readings were taken for the menu that opens now

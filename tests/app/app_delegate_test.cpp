@@ -99,6 +99,15 @@ TEST_F(AppDelegateTest, ThePercentageIsFollowedEvenWhileTheWattsStay)
     EXPECT_THAT(platform.statusItem.shown()->spokenLabel, testing::HasSubstr("(54%)"));
 }
 
+TEST_F(AppDelegateTest, AReadingThatIsTheSameToTheLastBitIsNotDrawnAgain)
+{
+    launchWith(kOnBattery);
+    tickWith(kOnBattery);
+    EXPECT_EQ(platform.statusItem.showings(), 1);
+    tickWith(kCharging);
+    EXPECT_EQ(platform.statusItem.showings(), 2);
+}
+
 // Menu
 
 TEST_F(AppDelegateTest, TheMenuListsFourReadingsAndThreeCommands)

@@ -69,8 +69,9 @@ KeptFile::Reading KeptFile::read(std::span<char> buffer)
     default:
         break;
     }
-    const std::string_view text
-        = size > 0 ? trimmed({buffer.data(), static_cast<std::size_t>(size)}, kSysfsBlanks) : std::string_view();
+    const std::string_view text = size > 0
+        ? trimmed({buffer.data(), static_cast<std::size_t>(size)}, kSysfsBlanks)
+        : std::string_view();
     if (text.empty()) {
         m_backoff.failed();
         return {Outcome::Failed};

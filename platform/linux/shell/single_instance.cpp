@@ -70,7 +70,8 @@ SingleInstance::Claim SingleInstance::claim()
         return Claim::NoBus;
     // The object first: once the name is there, a call may follow at once.
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(m_connection->bus(), &slot, m_name.objectPath.c_str(), kInterface, s_vtable, this);
+    sd_bus_add_object_vtable(
+        m_connection->bus(), &slot, m_name.objectPath.c_str(), kInterface, s_vtable, this);
     m_object.reset(slot);
 
     const int owned = sd_bus_request_name(m_connection->bus(), m_name.busName.c_str(), 0);
@@ -92,8 +93,8 @@ SingleInstance::Claim SingleInstance::claim()
 void SingleInstance::tellTheOther()
 {
     sd_bus_message* made = nullptr;
-    if (sd_bus_message_new_method_call(
-            m_connection->bus(), &made, m_name.busName.c_str(), m_name.objectPath.c_str(), kInterface, "Activate")
+    if (sd_bus_message_new_method_call(m_connection->bus(), &made, m_name.busName.c_str(),
+            m_name.objectPath.c_str(), kInterface, "Activate")
         < 0)
         return;
     const BusMessage call(made);

@@ -52,9 +52,8 @@ protected:
         bool answered = false;
         elsewhere([&] {
             const std::unique_ptr<BusConnection> connection = BusConnection::open(bus.address());
-            answered
-                = sd_bus_call_method(connection->bus(), kName.busName.c_str(), kName.objectPath.c_str(),
-                      "org.freedesktop.Application", member, nullptr, nullptr, types, arguments...)
+            answered = sd_bus_call_method(connection->bus(), kName.busName.c_str(), kName.objectPath.c_str(),
+                           "org.freedesktop.Application", member, nullptr, nullptr, types, arguments...)
                 >= 0;
         });
         return answered;
