@@ -19,6 +19,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QIcon>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -114,6 +115,7 @@ int runLinuxProgram(
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(QString::fromUtf8(identity.name));
     QGuiApplication::setDesktopFileName(QString::fromUtf8(identity.applicationId));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/amperly/amperly.svg")));
     return run(identity, smcService, registry);
 }
 

@@ -14,8 +14,9 @@ namespace amperly {
 /// At most so many readings: computer, charger, battery.
 inline constexpr std::size_t kMostReadings = 3;
 
-/// Height of the bar the image stands in. Panels give their icons 22 or 24 points.
-inline constexpr double kBarHeight = 24.0;
+/// Height of the bar the image stands in. Panels on Linux reserve 22 points for a status icon and
+/// scale whatever is higher, which blurs it.
+inline constexpr double kBarHeight = 22.0;
 
 /// The sizes that a layout goes by.
 struct StatusLook {
