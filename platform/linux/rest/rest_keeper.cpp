@@ -1,6 +1,7 @@
 #include "platform/linux/rest/rest_keeper.h"
 
 #include "platform/linux/rest/memory_return.h"
+#include "platform/linux/rest/visible_windows.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -10,17 +11,6 @@
 #include <utility>
 
 namespace amperly {
-
-namespace {
-
-bool anyWindowVisible()
-{
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    return std::any_of(
-        windows.begin(), windows.end(), [](const QWindow* window) { return window->isVisible(); });
-}
-
-} // namespace
 
 RestKeeper::RestKeeper(std::function<void()> giveBack)
 {

@@ -1,5 +1,7 @@
 #include "platform/linux/shell/timer_slack.h"
 
+#include "platform/linux/rest/visible_windows.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 #include <QWindow>
@@ -16,13 +18,6 @@ unsigned long inNanoseconds(double seconds)
     constexpr double kNanosecondsPerSecond = 1e9;
     constexpr auto kMost = static_cast<double>(std::numeric_limits<long>::max() / 2);
     return static_cast<unsigned long>(std::clamp(seconds * kNanosecondsPerSecond, 0.0, kMost));
-}
-
-bool anyWindowVisible()
-{
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    return std::any_of(
-        windows.begin(), windows.end(), [](const QWindow* window) { return window->isVisible(); });
 }
 
 } // namespace
