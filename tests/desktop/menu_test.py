@@ -52,7 +52,7 @@ class Menu(DesktopTest):
         for _ in range(2):
             left, top, right, bottom = self.open_menu()
             sizes.append((right - left, bottom - top))
-            self.desktop.click(60, self.desktop.height - 60)
+            self.desktop.click_elsewhere()
             self.desktop.wait_until_closed(before)
         self.assertEqual(sizes[0], sizes[1])
 

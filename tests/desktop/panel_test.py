@@ -30,7 +30,7 @@ class Panel(DesktopTest):
 
     def test_click_elsewhere_closes_it(self):
         self.open_panel()
-        self.desktop.click(60, self.desktop.height - 60)
+        self.desktop.click_elsewhere()
         self.wait_until_closed()
 
     def test_it_opens_again_after_it_was_closed(self):
@@ -60,7 +60,7 @@ class Panel(DesktopTest):
 
     def wait_until_closed(self):
         # Away from the item, whose tooltip would look like something open.
-        self.desktop.move_pointer(60, self.desktop.height - 60)
+        self.desktop.move_pointer(24, self.desktop.height - 24)
         self.desktop.wait_until_closed(self.before)
         self.stays(lambda: self.area() is None, "the panel opened again")
         self.assertTrue(self.amperly.program.running)

@@ -18,7 +18,8 @@ from desktop.waiting import wait_until  # noqa: E402
 from desktop.waybar import Waybar  # noqa: E402
 from desktop.xfce_panel import XfcePanel  # noqa: E402
 
-PICTURES = pathlib.Path(os.environ.get("AMPERLY_PICTURES", "build/desktop-pictures"))
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+PICTURES = pathlib.Path(os.environ.get("AMPERLY_PICTURES", ROOT / "build/desktop-pictures"))
 DASH = "\u2013"
 
 # Most tests read often, to be over soon. Whether the usual interval is kept has its own test.
@@ -37,6 +38,7 @@ class DesktopTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.desktop = cls.enterClassContext(cls.make_desktop())
+        cls.empty = cls.desktop.below_panel()
 
     def setUp(self):
         self.amperly = None
@@ -44,13 +46,16 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(self.clean_up)
 
     def clean_up(self):
+        # An open menu must give the pointer back before its program is gone.
+        self.desktop.click_elsewhere()
         if self.amperly is not None:
+            if self.amperly.program.running:
+                self.amperly.close_settings()
+                self.desktop.wait_until_closed(self.empty)
             self.amperly.program.end()
         preferences = self.desktop.configuration / "amperly"
         for file in preferences.iterdir() if preferences.exists() else []:
             file.unlink()
-        # Away from the status area: what hovers there shows tooltips into the next test.
-        self.desktop.move_pointer(self.desktop.width // 3, self.desktop.height * 2 // 3)
         wait_until(lambda: not self.desktop.status_area_ink(), 10, "the status area to become empty")
 
     def on_battery(self, **battery):

@@ -66,19 +66,10 @@ class Gallery:
         self._amperly.click(button)
         left, _, _, bottom = self._desktop.opened_area(before)
         self._save_around(name, left, 0, self._desktop.width, bottom)  # with the item
-        self._desktop.click(MARGIN, self._desktop.height - MARGIN)  # elsewhere, to close it
-        self._rest_pointer()
+        self._desktop.click_elsewhere()
         self._desktop.wait_until_closed(before)
 
-    def _rest_pointer(self):
-        """Moves the pointer over the item and away: a panel that has lost sight of the pointer to
-        something open shows a tooltip for it, and only then takes it back."""
-        left, top, right, bottom = self._desktop.wait_for_ink()
-        self._desktop.move_pointer((left + right) // 2, (top + bottom) // 2)
-        self._desktop.move_pointer(MARGIN, self._desktop.height - MARGIN)
-
     def _settings(self):
-        self._rest_pointer()
         before = self._desktop.below_panel()
         second = self._amperly.start_again()
         status = second.wait(timeout=10)

@@ -7,6 +7,7 @@ from .waiting import DesktopError, wait_until, wait_until_steady
 
 START_SECONDS = 20
 SMALLEST_WINDOW = 40  # logical pixels each way
+ELSEWHERE = 24  # logical pixels from the bottom left corner, where nothing ever opens
 
 DARK, LIGHT = "dark", "light"
 COLOURS = {DARK: (0x2B, 0x2D, 0x31), LIGHT: (0xEC, 0xEC, 0xEC)}
@@ -86,6 +87,17 @@ class StatusArea:
     def wait_until_closed(self, before, timeout=10):
         """Waits until nothing is open that was not in `before`."""
         wait_until(lambda: self.opened_now(before) is None, timeout, "what was open to close")
+
+    def click_elsewhere(self):
+        """Clicks where nothing is, which closes menus and the like, and leaves the pointer there."""
+        nowhere = ELSEWHERE * self.scale, self.height - ELSEWHERE * self.scale
+        self.click(*nowhere)
+        # A panel that has lost sight of the pointer to something open shows a tooltip as if it were
+        # still there, and takes it back only when the pointer has come and gone.
+        ink = self.status_area_ink()
+        if ink is not None:
+            self.move_pointer((ink[0] + ink[2]) // 2, (ink[1] + ink[3]) // 2)
+        self.move_pointer(*nowhere)
 
     def _is_drawn(self):
         return self.screenshot(0, 0, 4, 4).at(1, 1) == self.panel_colour
