@@ -61,7 +61,7 @@ void LinuxStatusItem::followWatcher()
     using Presence = StatusNotifierWatcher::Presence;
     m_lossLogged = false;
     const Presence presence = m_watcher->presence();
-    if (presence == Presence::WithHost || presence == Presence::WithoutHost) {
+    if (presence == Presence::WithHost) {
         const HostProfile profile = hostProfile(m_watcher->process(), m_parts.currentDesktop);
         if (m_registeredWith != m_watcher->owner()) {
             m_registeredWith = m_watcher->owner();
@@ -70,7 +70,9 @@ void LinuxStatusItem::followWatcher()
             m_parts.ink.panelChanged();
             m_row->registerWith(m_registeredWith);
         }
-    } else {
+    } else if (presence != Presence::WithoutHost) {
+        // A watcher without a host keeps those who are with it. Nobody joins it, though: a host
+        // that is just starting has read the list of items already and may not hear of one more.
         m_registeredWith.clear();
         if (m_row)
             m_row->forgetWatcher();

@@ -324,6 +324,21 @@ TEST_F(LinuxStatusItemTest, WatcherThatNobodyShowsItemsForLeavesTheFallback)
     EXPECT_TRUE(runUntil([&] { return fallback.shown; }));
 }
 
+TEST_F(LinuxStatusItemTest, ItemJoinsAWatcherOnceThereIsAHostThatWillHearOfIt)
+{
+    panel.emplace(daemon.address(), false);
+    startUnder("waybar");
+    ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
+    EXPECT_TRUE(panel->items().empty());
+    panel->setHasHost(true);
+    EXPECT_TRUE(panel->sees(1));
+    panel->setHasHost(false);
+    ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
+    panel->setHasHost(true);
+    ASSERT_TRUE(runUntil([&] { return !fallback.shown; }));
+    EXPECT_EQ(panel->items().size(), 1U) << "a watcher keeps those who are with it";
+}
+
 TEST_F(LinuxStatusItemTest, FallbackIsOnlyTroubledByChanges)
 {
     startUnder("waybar");
