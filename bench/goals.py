@@ -64,9 +64,11 @@ def table(rows):
     """The rows as text."""
     cells = [("", "Amperly", "other", "ratio", "goal", "met?")]
     for row in rows:
-        ratio = "" if row.other is None or not row.other else number(row.value if row.goal is not None and
-                                                                    row.value != row.amperly
-                                                                    else row.amperly / row.other)
+        ratio = ""
+        if row.other:
+            # Where the goal is about Amperly alone, the ratio is there to compare by eye.
+            is_ratio = row.value != row.amperly
+            ratio = number(row.value if is_ratio else row.amperly / row.other)
         cells.append((
             row.what, f"{number(row.amperly)} {row.unit}".strip(),
             "" if row.other is None else f"{number(row.other)} {row.other_name}",
