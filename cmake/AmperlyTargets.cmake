@@ -31,17 +31,16 @@ if(AMPERLY_SANITIZE)
     target_link_options(amperly_options INTERFACE -fsanitize=${AMPERLY_SANITIZE})
 endif()
 
+# amperly_link(target PUBLIC|PRIVATE ...): links folders by their names, anything else as it is written, and
+# builds the target by the rules above.
+function(amperly_link target scope)
+    list(TRANSFORM ARGN REPLACE "^([a-z_]+)$" "amperly_\\1" OUTPUT_VARIABLE links)
+    target_link_libraries(${target} ${scope} amperly_options ${links})
+endfunction()
+
 # amperly_library(name SOURCES ... [LINK ...]): one folder, one library, linked by folder name.
 function(amperly_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
     add_library(amperly_${name} STATIC ${arg_SOURCES})
-    set(links "")
-    foreach(link IN LISTS arg_LINK)
-        if(link MATCHES "^[a-z_]+$")
-            list(APPEND links amperly_${link})
-        else()
-            list(APPEND links ${link})
-        endif()
-    endforeach()
-    target_link_libraries(amperly_${name} PUBLIC amperly_options ${links})
+    amperly_link(amperly_${name} PUBLIC ${arg_LINK})
 endfunction()

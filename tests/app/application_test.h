@@ -6,7 +6,7 @@
 #include "platform/simulated/memory_preference_store.h"
 #include "prefs/pref.h"
 #include "tests/app/canned_readings.h"
-#include "tests/render/number_environment.h"
+#include "tests/support/number_environment.h"
 #include "tests/support/pinned_drawing.h"
 #include "tests/support/print_sample.h"
 

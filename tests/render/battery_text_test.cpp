@@ -1,5 +1,5 @@
 #include "render/status_renderer.h"
-#include "tests/render/number_environment.h"
+#include "tests/support/number_environment.h"
 #include "tests/support/print_sample.h"
 
 #include <cmath>

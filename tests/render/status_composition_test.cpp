@@ -1,8 +1,8 @@
 #include "platform/simulated/memory_preference_store.h"
 #include "prefs/pref.h"
 #include "render/status_renderer.h"
-#include "tests/render/number_environment.h"
 #include "tests/render/status_art_fixture.h"
+#include "tests/support/number_environment.h"
 
 namespace amperly {
 namespace {

@@ -1,18 +1,17 @@
 // Texts are made anew on every tick, so what they take from the heap is counted here: by this
 // program's operator new, and apart from it by ICU, which has its own.
 #include "render/status_renderer.h"
-#include "tests/render/number_environment.h"
+#include "tests/support/allocation_count.h"
+#include "tests/support/number_environment.h"
 
 #include <unicode/uclean.h>
 
 #include <cstdlib>
-#include <new>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-int newCalls = 0;
 int icuCalls = 0;
 
 void* icuAllocate(const void*, std::size_t size)
@@ -41,24 +40,6 @@ const bool kIcuIsCounted = [] {
 
 } // namespace
 
-void* operator new(std::size_t size)
-{
-    ++newCalls;
-    if (void* const block = std::malloc(size))
-        return block;
-    throw std::bad_alloc{};
-}
-
-void operator delete(void* block) noexcept
-{
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept
-{
-    std::free(block);
-}
-
 namespace amperly {
 namespace {
 
@@ -70,33 +51,35 @@ protected:
     {
         ASSERT_TRUE(kIcuIsCounted);
         static_cast<void>(StatusRenderer::watts(1.0, 1)); // builds the formatters
-        newCalls = 0;
         icuCalls = 0;
     }
 };
 
 TEST_F(WattsCostTest, AFormatterOfIcuIsNoticedByTheCount)
 {
+    const AllocationCount newCalls;
     EXPECT_EQ(StatusRenderer::watts(1e15, 0), "1,000,000,000,000,000 W");
-    EXPECT_GT(newCalls + icuCalls, 0);
+    EXPECT_GT(newCalls.value() + icuCalls, 0);
 }
 
 TEST_F(WattsCostTest, AUsualWattageAllocatesNothing)
 {
+    const AllocationCount newCalls;
     std::size_t length = 0;
     for (int tenth = -12345; tenth <= 12345; tenth += 5)
         length += StatusRenderer::watts(tenth / 10.0, tenth % 2, true, true).size();
     EXPECT_GT(length, 0U);
-    EXPECT_EQ(newCalls, 0);
+    EXPECT_EQ(newCalls.value(), 0);
     EXPECT_EQ(icuCalls, 0);
 }
 
 TEST_F(WattsCostTest, DashesAndSymbolsAllocateNothing)
 {
+    const AllocationCount newCalls;
     const PowerSample sample{.batteryPercent = 40, .batteryKnown = false};
     EXPECT_EQ(StatusRenderer::batteryText(sample, 1).size(), StatusRenderer::noValue.size());
     EXPECT_EQ(StatusRenderer::batterySymbol(sample), "battery.50percent");
-    EXPECT_EQ(newCalls, 0);
+    EXPECT_EQ(newCalls.value(), 0);
 }
 
 TEST_F(WattsCostTest, ASentenceInATextThatIsKeptAllocatesNothing)
@@ -109,11 +92,11 @@ TEST_F(WattsCostTest, ASentenceInATextThatIsKeptAllocatesNothing)
     std::string kept;
     StatusRenderer::appendAccessibilityText(kept, sample);
     const std::string first = kept;
-    newCalls = 0;
+    const AllocationCount newCalls;
 
     kept.clear();
     StatusRenderer::appendAccessibilityText(kept, sample);
-    EXPECT_EQ(newCalls, 0);
+    EXPECT_EQ(newCalls.value(), 0);
     EXPECT_EQ(icuCalls, 0);
     EXPECT_EQ(kept, first);
 }

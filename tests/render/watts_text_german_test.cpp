@@ -1,6 +1,6 @@
 // The same texts on a German desktop, in a program of its own: the locale is chosen once.
 #include "render/status_renderer.h"
-#include "tests/render/number_environment.h"
+#include "tests/support/number_environment.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "render/decimal_formatter.h"
 #include "render/status_renderer.h"
-#include "tests/render/number_environment.h"
+#include "tests/support/number_environment.h"
 #include "tests/support/print_sample.h"
 
 #include <cmath>

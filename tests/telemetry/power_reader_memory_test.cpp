@@ -3,35 +3,9 @@
 
 #include "platform/simulated/simulated_laptop.h"
 #include "telemetry/power_reader.h"
+#include "tests/support/allocation_count.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-int allocations = 0;
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* const memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace amperly {
 namespace {
@@ -39,12 +13,12 @@ namespace {
 class PowerReaderMemoryTest : public testing::Test {
 protected:
     /// Allocations of one reading, after a first one.
-    int allocationsOfAReading()
+    long allocationsOfAReading()
     {
         EXPECT_TRUE(PowerReader::read());
-        const int before = allocations;
+        const AllocationCount count;
         const bool present = PowerReader::read().has_value();
-        const int made = allocations - before;
+        const long made = count.value();
         EXPECT_TRUE(present);
         return made;
     }
@@ -55,9 +29,9 @@ protected:
 
 TEST_F(PowerReaderMemoryTest, TheFirstReadingIsCounted)
 {
-    const int before = allocations;
+    const AllocationCount count;
     EXPECT_TRUE(PowerReader::read());
-    EXPECT_GT(allocations, before) << "the client and its memory of keys are made then";
+    EXPECT_GT(count.value(), 0) << "the client and its memory of keys are made then";
 }
 
 TEST_F(PowerReaderMemoryTest, AReadingFromTheControllerTakesNothingFromTheHeap)

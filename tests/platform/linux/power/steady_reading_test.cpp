@@ -4,34 +4,9 @@
 #include "platform/battery_entry.h"
 #include "tests/platform/linux/power/reading_of.h"
 #include "tests/platform/linux/power/sysfs_folder.h"
+#include "tests/support/allocation_count.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
-
-namespace {
-
-int g_allocations = 0;
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++g_allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace amperly {
 namespace {
@@ -50,14 +25,14 @@ protected:
         folder.addDevice("class/hwmon/hwmon0", {{"name", "power_meter"}, {"power1_average", "15000000"}});
     }
 
-    int allocationsIn(int readings)
+    long allocationsIn(int readings)
     {
         for (int turn = 0; turn < 20; ++turn)
             readAll();
-        g_allocations = 0;
+        const AllocationCount count;
         for (int turn = 0; turn < readings; ++turn)
             readAll();
-        return g_allocations;
+        return count.value();
     }
 
     void readAll()

@@ -1,9 +1,9 @@
 #include "platform/linux/preferences/ini_preference_store.h"
 
 #include "prefs/pref.h"
-#include "tests/platform/linux/preferences/allocation_count.h"
 #include "tests/platform/linux/preferences/temporary_folder.h"
 #include "tests/platform/preference_store_contract.h"
+#include "tests/support/allocation_count.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -195,12 +195,12 @@ TEST_F(IniPreferenceStoreTest, ReadsAskForNoMemory)
 {
     startWith("updateInterval=2.5\nmacIcon=gauge.with.dots.needle.50percent\nstackedLayout=true\n");
     store->registerDefaults(Pref::defaults());
-    const std::size_t before = allocationCount();
+    const AllocationCount count;
     const bool stacked = store->boolean(Pref::stacked);
     const double interval = store->real(Pref::interval);
     const std::int64_t number = store->integer(Pref::macIcon) + store->integer("a key that is far from here");
     const ReadingStyle style = Pref::style(Pref::macStyle, *store);
-    EXPECT_EQ(allocationCount(), before);
+    EXPECT_EQ(count.value(), 0);
     EXPECT_TRUE(stacked);
     EXPECT_EQ(interval, 2.5);
     EXPECT_EQ(number, 0);

@@ -2,7 +2,7 @@
 
 #include "platform/linux/tray/desktop_ink.h"
 #include "tests/platform/linux/bus/private_bus.h"
-#include "tests/platform/linux/tray/allocation_count.h"
+#include "tests/support/allocation_count.h"
 
 namespace amperly {
 namespace {
@@ -125,10 +125,10 @@ TEST(DesktopInkTest, AskingForTheInkTakesNoMemory)
 {
     const DesktopInk ink(nullptr);
     static_cast<void>(ink.ink(PanelInk::Palette));
-    const long before = test::allocationCount();
+    const AllocationCount count;
     EXPECT_EQ(ink.ink(PanelInk::White), kWhiteInk);
     static_cast<void>(ink.ink(PanelInk::Palette));
-    EXPECT_EQ(test::allocationCount(), before);
+    EXPECT_EQ(count.value(), 0);
 }
 
 } // namespace

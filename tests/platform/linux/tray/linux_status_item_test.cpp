@@ -1,7 +1,7 @@
 #include "platform/linux/tray/linux_status_item.h"
 
-#include "tests/platform/linux/tray/allocation_count.h"
 #include "tests/platform/linux/tray/status_item_fixture.h"
+#include "tests/support/allocation_count.h"
 
 #include <gmock/gmock.h>
 
@@ -111,9 +111,9 @@ TEST_F(LinuxStatusItemTest, NothingIsSaidDrawnOrAllocatedWhenNothingChanged)
     static_cast<void>(panel->heard());
     const int drawings = picture.drawings;
     const std::optional<std::string_view> sameToolTip = toolTip;
-    const long allocations = test::allocationCount();
+    const AllocationCount count;
     item->show(picture, sameToolTip, spokenLabel);
-    EXPECT_EQ(test::allocationCount(), allocations);
+    EXPECT_EQ(count.value(), 0);
     EXPECT_EQ(picture.drawings, drawings);
     EXPECT_THAT(panel->heard(), IsEmpty());
 }
