@@ -1,6 +1,7 @@
 #include "app/linux_program.h"
 
 #include "app/app_delegate.h"
+#include "platform/linux/files/config_folder.h"
 #include "platform/linux/fonts/linux_ui_font.h"
 #include "platform/linux/login/xdg_autostart.h"
 #include "platform/linux/preferences/ini_preference_store.h"
@@ -20,7 +21,6 @@
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
-#include <QStandardPaths>
 
 #include <cstdio>
 #include <cstdlib>
@@ -38,11 +38,6 @@ bool hasDisplay()
             return true;
     }
     return false;
-}
-
-std::string configFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString();
 }
 
 std::string environment(const char* name)

@@ -1,10 +1,9 @@
 #include "platform/linux/login/xdg_autostart.h"
 
+#include "platform/linux/files/file_replacement.h"
 #include "platform/linux/login/desktop_entry.h"
 
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -63,28 +62,17 @@ LoginItem::Failure XdgAutostart::registerItem()
     if (error)
         return failure("Couldn't make the folder", m_folder, error.message());
 
-    // Written beside it and moved into place, so that no session ever starts half an entry.
-    const std::string unfinished = m_path + ".new";
-    errno = 0;
-    std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
-    file << "[Desktop Entry]\n"
-         << "Type=Application\n"
-         << "Name=" << m_entry.name << '\n'
-         << "Exec=" << execValue(m_entry.programPath) << '\n'
-         << "Icon=" << m_entry.applicationId << '\n'
-         << "X-GNOME-Autostart-enabled=true\n";
-    file.close();
-    if (!file) {
-        const std::string reason = std::strerror(errno);
-        fs::remove(unfinished, error);
-        return failure("Couldn't write", m_path, reason);
-    }
-    fs::rename(unfinished, m_path, error);
-    if (error) {
-        const std::string reason = error.message();
-        fs::remove(unfinished, error);
-        return failure("Couldn't write", m_path, reason);
-    }
+    // No session ever starts half an entry.
+    constexpr mode_t kReadableByAll = 0644;
+    FileReplacement file(m_path, kReadableByAll);
+    file.write("[Desktop Entry]\n"
+               "Type=Application\n"
+               "Name="
+        + m_entry.name + "\nExec=" + execValue(m_entry.programPath) + "\nIcon=" + m_entry.applicationId
+        + "\nX-GNOME-Autostart-enabled=true\n");
+    file.commit();
+    if (file.error())
+        return failure("Couldn't write", m_path, file.error().message());
     return std::nullopt;
 }
 

@@ -1,14 +1,12 @@
 #include "platform/linux/preferences/preference_file.h"
 
+#include "platform/linux/files/file_replacement.h"
 #include "platform/linux/preferences/file_lock.h"
-#include "platform/linux/preferences/file_replacement.h"
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -91,14 +89,6 @@ std::error_code makeFolder(const std::filesystem::path& folder)
     return mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? std::error_code() : lastError();
 }
 
-std::string homeFolder()
-{
-    if (const char* const home = std::getenv("HOME"); home != nullptr && *home == '/')
-        return home;
-    const passwd* const user = getpwuid(getuid());
-    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
-}
-
 } // namespace
 
 PreferenceFile::PreferenceFile(std::string path) : m_path(std::move(path)) { }
@@ -159,13 +149,6 @@ std::string behindLinks(const std::string& path)
         place = place.parent_path() / next;
     }
     return path;
-}
-
-std::string defaultPreferencesPath()
-{
-    const char* const configured = std::getenv("XDG_CONFIG_HOME");
-    const bool isUsable = configured != nullptr && *configured == '/';
-    return (isUsable ? std::string(configured) : homeFolder() + "/.config") + "/amperly/amperly.ini";
 }
 
 } // namespace amperly

@@ -51,7 +51,4 @@ private:
 /// itself where it is no link.
 [[nodiscard]] std::string behindLinks(const std::string& path);
 
-/// $XDG_CONFIG_HOME/amperly/amperly.ini, with ~/.config where the variable is unset or relative.
-[[nodiscard]] std::string defaultPreferencesPath();
-
 } // namespace amperly

@@ -1,8 +1,9 @@
 #include "platform/linux/fonts/linux_ui_font.h"
 
+#include "tests/support/temporary_folder.h"
+
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 namespace amperly {
@@ -15,20 +16,15 @@ class LinuxUiFontTest : public testing::Test {
 protected:
     void SetUp() override { configure("/usr/share/fonts/truetype/dejavu"); }
 
-    void TearDown() override
-    {
-        unsetenv("FONTCONFIG_FILE");
-        fs::remove_all(m_folder);
-    }
+    void TearDown() override { unsetenv("FONTCONFIG_FILE"); }
 
     void configure(const std::string& fontFolder) const
     {
-        fs::create_directories(m_folder);
-        std::ofstream(m_folder / "fonts.conf")
-            << "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig>"
-            << "<dir>" << fontFolder << "</dir><cachedir>" << (m_folder / "cache").string() << "</cachedir>"
-            << "<alias><family>Sans</family><prefer><family>DejaVu "
-               "Sans</family></prefer></alias></fontconfig>";
+        m_folder.write("fonts.conf",
+            "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig><dir>" + fontFolder
+                + "</dir><cachedir>" + m_folder / "cache"
+                + "</cachedir><alias><family>Sans</family><prefer><family>DejaVu "
+                  "Sans</family></prefer></alias></fontconfig>");
         setenv("FONTCONFIG_FILE", (m_folder / "fonts.conf").c_str(), 1);
     }
 
@@ -38,7 +34,7 @@ protected:
     }
 
 private:
-    fs::path m_folder = fs::path(testing::TempDir()) / ("fonts-" + std::to_string(getpid()));
+    TemporaryFolder m_folder;
 };
 
 TEST_F(LinuxUiFontTest, AFontIsFoundByItsFamily)

@@ -1,11 +1,10 @@
 #include "platform/linux/login/xdg_autostart.h"
 
+#include "tests/support/temporary_folder.h"
+
 #include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
-#include <unistd.h>
 #include <vector>
 
 namespace amperly {
@@ -16,30 +15,15 @@ using testing::HasSubstr;
 
 class XdgAutostartTest : public testing::Test {
 protected:
-    XdgAutostartTest()
-    {
-        fs::remove_all(config);
-        fs::create_directories(config);
-    }
-    ~XdgAutostartTest() override { fs::remove_all(config); }
+    void write(const std::string& text) const { config.write(kEntryPath, text); }
 
-    [[nodiscard]] std::string contents() const
-    {
-        std::ostringstream text;
-        text << std::ifstream(file).rdbuf();
-        return text.str();
-    }
-    void write(const std::string& text) const
-    {
-        fs::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-    }
+    static constexpr std::string_view kEntryPath = "autostart/org.example.Program.desktop";
 
-    fs::path config = fs::path(testing::TempDir()) / ("autostart-" + std::to_string(getpid()));
-    fs::path file = config / "autostart" / "org.example.Program.desktop";
+    TemporaryFolder config;
+    fs::path file = config / kEntryPath;
     std::vector<std::string> launched;
     std::string available;
-    XdgAutostart item{{"org.example.Program", "Program", "/opt/a program"}, config.string(),
+    XdgAutostart item{{"org.example.Program", "Program", "/opt/a program"}, config.path().string(),
         [this](const std::string& program, const std::string& argument) {
             if (program != available)
                 return false;
@@ -57,9 +41,9 @@ TEST_F(XdgAutostartTest, RegisteringWritesAnEntryThatStartsTheProgram)
 {
     EXPECT_EQ(item.registerItem(), std::nullopt);
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
-    EXPECT_THAT(contents(), HasSubstr("Type=Application\n"));
-    EXPECT_THAT(contents(), HasSubstr("Exec=\"/opt/a program\"\n"));
-    EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), fs::directory_iterator()), 1)
+    EXPECT_THAT(contentsOf(file), HasSubstr("Type=Application\n"));
+    EXPECT_THAT(contentsOf(file), HasSubstr("Exec=\"/opt/a program\"\n"));
+    EXPECT_THAT(namesIn(file.parent_path()), testing::ElementsAre(file.filename()))
         << "nothing unfinished is left beside it";
 }
 
@@ -89,10 +73,10 @@ TEST_F(XdgAutostartTest, RegisteringSwitchesASwitchedOffEntryOnAgain)
 
 TEST_F(XdgAutostartTest, AFailureSaysWhatAndWhy)
 {
-    std::ofstream(config / "autostart") << "a file where the folder should be";
+    config.write("autostart", "a file where the folder should be");
     const LoginItem::Failure failure = item.registerItem();
     ASSERT_TRUE(failure.has_value());
-    EXPECT_THAT(*failure, HasSubstr((config / "autostart").string()));
+    EXPECT_THAT(*failure, HasSubstr(config / "autostart"));
     EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered);
 }
 
@@ -102,7 +86,7 @@ TEST_F(XdgAutostartTest, AnEntryThatCannotBeReplacedIsAFailureAndLeavesNothingBe
     const LoginItem::Failure failure = item.registerItem();
     ASSERT_TRUE(failure.has_value());
     EXPECT_THAT(*failure, HasSubstr("Couldn't write " + file.string() + ": "));
-    EXPECT_FALSE(fs::exists(file.string() + ".new"));
+    EXPECT_THAT(namesIn(file.parent_path()), testing::ElementsAre(file.filename()));
     EXPECT_THAT(item.unregisterItem().value_or(""), HasSubstr("Couldn't remove " + file.string() + ": "));
 }
 
@@ -117,7 +101,7 @@ TEST_F(XdgAutostartTest, ElseTheFolderIsOpened)
 {
     available = "xdg-open";
     item.openSystemSettings();
-    EXPECT_THAT(launched, testing::ElementsAre("xdg-open " + (config / "autostart").string()));
+    EXPECT_THAT(launched, testing::ElementsAre("xdg-open " + config / "autostart"));
     EXPECT_TRUE(fs::is_directory(config / "autostart"));
 }
 

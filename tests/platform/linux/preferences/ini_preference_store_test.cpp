@@ -1,7 +1,7 @@
 #include "platform/linux/preferences/ini_preference_store.h"
 
 #include "prefs/pref.h"
-#include "tests/platform/linux/preferences/temporary_folder.h"
+#include "tests/platform/linux/preferences/as_ordinary_user.h"
 #include "tests/platform/preference_store_contract.h"
 #include "tests/support/allocation_count.h"
 

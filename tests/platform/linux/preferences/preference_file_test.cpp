@@ -1,7 +1,7 @@
 #include "platform/linux/preferences/preference_file.h"
 
 #include "platform/linux/preferences/file_lock.h"
-#include "tests/platform/linux/preferences/temporary_folder.h"
+#include "tests/platform/linux/preferences/as_ordinary_user.h"
 
 #include <gmock/gmock.h>
 
@@ -37,32 +37,6 @@ public:
 private:
     rlimit m_before{};
     void (*m_handlerBefore)(int) = nullptr;
-};
-
-/// Sets one environment variable, or none with null, for as long as it lives.
-class Environment {
-public:
-    Environment(const char* name, const char* value) : m_name(name)
-    {
-        if (const char* const before = std::getenv(name))
-            m_before = before;
-        put(value);
-    }
-    ~Environment() { put(m_before ? m_before->c_str() : nullptr); }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-private:
-    void put(const char* value) const
-    {
-        if (value != nullptr)
-            setenv(m_name, value, 1);
-        else
-            unsetenv(m_name);
-    }
-
-    const char* m_name;
-    std::optional<std::string> m_before;
 };
 
 class PreferenceFileTest : public testing::Test {
@@ -293,27 +267,6 @@ TEST_F(PreferenceFileTest, NothingIsWrittenThroughALinkInThePlaceOfTheLock)
     std::filesystem::create_symlink(folder / "elsewhere", path + ".lock");
     EXPECT_TRUE(set("a", "1"));
     EXPECT_FALSE(std::filesystem::exists(folder / "elsewhere"));
-}
-
-TEST_F(PreferenceFileTest, StandsInTheConfigFolderOfTheUser)
-{
-    const Environment home("HOME", "/home/somebody");
-    {
-        const Environment config("XDG_CONFIG_HOME", "/elsewhere");
-        EXPECT_EQ(defaultPreferencesPath(), "/elsewhere/amperly/amperly.ini");
-    }
-    for (const char* const unusable : {static_cast<const char*>(nullptr), "", "relative/folder"}) {
-        const Environment config("XDG_CONFIG_HOME", unusable);
-        EXPECT_EQ(defaultPreferencesPath(), "/home/somebody/.config/amperly/amperly.ini");
-    }
-}
-
-TEST_F(PreferenceFileTest, HomeFolderIsKnownWithoutTheEnvironment)
-{
-    const Environment config("XDG_CONFIG_HOME", nullptr);
-    const Environment home("HOME", nullptr);
-    EXPECT_TRUE(defaultPreferencesPath().starts_with('/'));
-    EXPECT_TRUE(defaultPreferencesPath().ends_with("/.config/amperly/amperly.ini"));
 }
 
 } // namespace

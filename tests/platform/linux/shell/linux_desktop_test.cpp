@@ -1,5 +1,5 @@
 #include "platform/linux/shell/linux_desktop.h"
-#include "tests/platform/linux/shell/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -141,10 +141,10 @@ TEST_F(LinuxDesktopTest, QuittingEndsTheEventLoop)
 TEST(LauncherTest, AStartedProgramGetsItsArgumentsAndOutlivesTheCall)
 {
     const TemporaryFolder folder;
-    const std::string pipePath = (folder.path() / "pipe").string();
+    const std::string pipePath = folder / "pipe";
     ASSERT_EQ(mkfifo(pipePath.c_str(), 0600), 0);
     ASSERT_TRUE(startDetached({"sh", "-c", "printf %s \"$1\" > \"$0\"", pipePath, "a 'b' \"c\""}));
-    EXPECT_EQ(folder.read("pipe"), "a 'b' \"c\""); // opening waits for the writer
+    EXPECT_EQ(contentsOf(pipePath), "a 'b' \"c\""); // opening waits for the writer
 }
 
 TEST(LauncherTest, AProgramThatDoesNotExistCannotBeStarted)

@@ -1,4 +1,4 @@
-#include "platform/linux/preferences/file_replacement.h"
+#include "platform/linux/files/file_replacement.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,0 +1,58 @@
+#include "platform/linux/files/config_folder.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace amperly {
+namespace {
+
+/// Sets one environment variable, or none with null, for as long as it lives.
+class Environment {
+public:
+    Environment(const char* name, const char* value) : m_name(name)
+    {
+        if (const char* const before = std::getenv(name))
+            m_before = before;
+        put(value);
+    }
+    ~Environment() { put(m_before ? m_before->c_str() : nullptr); }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    void put(const char* value) const
+    {
+        if (value != nullptr)
+            setenv(m_name, value, 1);
+        else
+            unsetenv(m_name);
+    }
+
+    const char* m_name;
+    std::optional<std::string> m_before;
+};
+
+TEST(ConfigFolderTest, IsTheOneInTheEnvironmentIfThatIsAbsolute)
+{
+    const Environment home("HOME", "/home/somebody");
+    {
+        const Environment config("XDG_CONFIG_HOME", "/elsewhere");
+        EXPECT_EQ(configFolder(), "/elsewhere");
+    }
+    for (const char* const unusable : {static_cast<const char*>(nullptr), "", "relative/folder"}) {
+        const Environment config("XDG_CONFIG_HOME", unusable);
+        EXPECT_EQ(configFolder(), "/home/somebody/.config");
+    }
+}
+
+TEST(ConfigFolderTest, HomeFolderIsKnownWithoutTheEnvironment)
+{
+    const Environment config("XDG_CONFIG_HOME", nullptr);
+    const Environment home("HOME", nullptr);
+    EXPECT_TRUE(configFolder().starts_with('/'));
+    EXPECT_TRUE(configFolder().ends_with("/.config"));
+}
+
+} // namespace
+} // namespace amperly
