@@ -1,14 +1,12 @@
 #include "platform/linux/bus/bus_connection.h"
 
-#include "tests/platform/linux/bus/private_bus.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/run_until.h"
 
 #include <optional>
 
 namespace amperly {
 namespace {
-
-using test::PrivateBus;
-using test::runUntil;
 
 class BusConnectionTest : public testing::Test {
 protected:

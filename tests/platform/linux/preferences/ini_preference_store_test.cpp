@@ -4,9 +4,9 @@
 #include "tests/platform/linux/preferences/as_ordinary_user.h"
 #include "tests/platform/preference_store_contract.h"
 #include "tests/support/allocation_count.h"
+#include "tests/support/run_until.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 
 #include <gmock/gmock.h>
 
@@ -26,19 +26,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// Runs the event loop until `condition` holds; false where it does not within ten seconds.
-template <typename Condition>
-[[nodiscard]] bool comesTrue(Condition condition)
-{
-    const QDeadlineTimer deadline(10'000);
-    while (!condition()) {
-        if (deadline.hasExpired())
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
-    }
-    return true;
-}
 
 class IniStoreMaker {
 public:
@@ -77,12 +64,12 @@ protected:
 
     [[nodiscard]] bool showsSoon(std::string_view key, const std::string& text) const
     {
-        return comesTrue([&] { return store->text(key) == text; });
+        return runUntil([&] { return store->text(key) == text; });
     }
 
     [[nodiscard]] bool isSoonInTheFile(const std::string& contents) const
     {
-        return comesTrue([&] { return contentsOf(path) == contents; });
+        return runUntil([&] { return contentsOf(path) == contents; });
     }
 
     /// Lets the store see all that happened so far: the kernel tells in order, so once it has
@@ -293,7 +280,7 @@ TEST_F(IniPreferenceStoreTest, FolderRemovedAndMadeAgainIsFollowed)
 {
     startWith("decimals=2\n");
     std::filesystem::remove_all(folder / "amperly");
-    EXPECT_TRUE(comesTrue([&] { return store->text("decimals") == std::nullopt; }));
+    EXPECT_TRUE(runUntil([&] { return store->text("decimals") == std::nullopt; }));
     std::filesystem::create_directory(folder / "amperly");
     writeInPlace(path, "decimals=3\n");
     EXPECT_TRUE(showsSoon("decimals", "3"));
@@ -303,7 +290,7 @@ TEST_F(IniPreferenceStoreTest, FolderMovedAwayIsNoLongerFollowed)
 {
     startWith("decimals=2\n");
     std::filesystem::rename(folder / "amperly", folder / "away");
-    EXPECT_TRUE(comesTrue([&] { return store->text("decimals") == std::nullopt; }));
+    EXPECT_TRUE(runUntil([&] { return store->text("decimals") == std::nullopt; }));
     store->set("decimals", std::int64_t{3});
     EXPECT_TRUE(isSoonInTheFile("decimals=3\n"));
     writeInPlace(folder / "away/amperly.ini", "decimals=4\n");
@@ -367,9 +354,9 @@ TEST_F(IniPreferenceStoreTest, TwoStoresOnOneFileSeeEachOther)
     store->set("mine", "1"s);
     other.set("yours", "2"s);
     EXPECT_TRUE(showsSoon("yours", "2"));
-    EXPECT_TRUE(comesTrue([&] { return other.text("mine") == "1"; }));
+    EXPECT_TRUE(runUntil([&] { return other.text("mine") == "1"; }));
     other.remove("mine");
-    EXPECT_TRUE(comesTrue([&] { return store->text("mine") == std::nullopt; }));
+    EXPECT_TRUE(runUntil([&] { return store->text("mine") == std::nullopt; }));
 }
 
 TEST_F(IniPreferenceStoreTest, TwoProgramsWritingAtOnceLoseNothing)
@@ -420,7 +407,7 @@ TEST_F(IniPreferenceStoreTest, ValuesThatCannotBeWrittenStayInMemoryAndAreTriedA
 {
     writeInPlace(folder / "amperly", "a file where the folder belongs");
     start().set("decimals", std::int64_t{0});
-    ASSERT_TRUE(comesTrue([&] { return !warnings.empty(); }));
+    ASSERT_TRUE(runUntil([&] { return !warnings.empty(); }));
     store->set("showUnit", false);
     QCoreApplication::processEvents();
     EXPECT_EQ(store->text("decimals"), "0");
@@ -440,7 +427,7 @@ TEST_F(IniPreferenceStoreTest, ValuesThatCouldNotBeWrittenSurviveAnEditFromOutsi
     startWith("decimals=1\n");
     std::filesystem::create_symlink("nowhere", path + ".lock"); // no lock, no write
     store->set("decimals", std::int64_t{0});
-    ASSERT_TRUE(comesTrue([&] { return !warnings.empty(); }));
+    ASSERT_TRUE(runUntil([&] { return !warnings.empty(); }));
     replaceFile(path, "decimals=2\nshowUnit=false\n");
     EXPECT_TRUE(showsSoon("showUnit", "false"));
     EXPECT_EQ(store->text("decimals"), "0");

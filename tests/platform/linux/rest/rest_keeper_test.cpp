@@ -1,7 +1,7 @@
 #include "platform/linux/rest/rest_keeper.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
+#include "tests/support/run_until.h"
+
 #include <QWindow>
 
 #include <gtest/gtest.h>
@@ -15,9 +15,7 @@ protected:
     void settle()
     {
         const int before = returns;
-        QDeadlineTimer patience(4 * RestKeeper::kSettlingMilliseconds);
-        while (returns == before && !patience.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 50);
+        EXPECT_TRUE(runUntil([&] { return returns != before; }));
     }
 
     int returns = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/shell/timer_source.h"
 
-#include <QCoreApplication>
+#include "tests/support/run_until.h"
+
 #include <QMenu>
 #include <QWidget>
 
@@ -124,8 +125,7 @@ TEST_F(TimerSourceTest, TicksAgainAndAgain)
 {
     int ticks = 0;
     const auto running = source.start(0.001, 0.0, [&ticks] { ++ticks; });
-    while (ticks < 3)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(runUntil([&] { return ticks >= 3; }));
     EXPECT_EQ(ticks, 3);
 }
 
@@ -139,8 +139,7 @@ TEST_F(TimerSourceTest, AnActionMayReplaceItsOwnTimer)
         running = source.start(0.001, 0.0, [&second] { ++second; });
         ++first; // what the action holds is still there
     });
-    while (second < 2)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(runUntil([&] { return second >= 2; }));
     EXPECT_EQ(first, 2);
 }
 

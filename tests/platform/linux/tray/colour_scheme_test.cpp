@@ -1,14 +1,12 @@
 #include "platform/linux/tray/colour_scheme.h"
 
 #include "platform/linux/tray/desktop_ink.h"
-#include "tests/platform/linux/bus/private_bus.h"
 #include "tests/support/allocation_count.h"
+#include "tests/support/private_bus.h"
+#include "tests/support/run_until.h"
 
 namespace amperly {
 namespace {
-
-using test::PrivateBus;
-using test::runUntil;
 
 /// The settings portal, as far as it knows about colour schemes.
 class FakePortal {

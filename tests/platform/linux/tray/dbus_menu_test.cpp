@@ -2,6 +2,7 @@
 
 #include "platform/linux/tray/dbus_menu_properties.h"
 #include "tests/platform/linux/tray/status_item_fixture.h"
+#include "tests/support/run_until.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +11,6 @@ namespace {
 
 using test::Heard;
 using test::MenuLine;
-using test::runUntil;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -1,6 +1,8 @@
 #include "tests/platform/linux/tray/fake_panel.h"
 
-#include "tests/platform/linux/bus/private_bus.h"
+#include "tests/support/run_until.h"
+
+#include <gtest/gtest.h>
 
 #include <optional>
 #include <utility>

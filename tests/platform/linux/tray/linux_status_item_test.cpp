@@ -2,6 +2,7 @@
 
 #include "tests/platform/linux/tray/status_item_fixture.h"
 #include "tests/support/allocation_count.h"
+#include "tests/support/run_until.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +11,6 @@ namespace {
 
 using test::FakePicture;
 using test::Heard;
-using test::runUntil;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/linux/tray/linux_status_item.h"
-#include "tests/platform/linux/bus/private_bus.h"
 #include "tests/platform/linux/tray/fake_panel.h"
 #include "tests/platform/linux/tray/fake_picture.h"
+#include "tests/support/private_bus.h"
 
 #include <optional>
 #include <string>

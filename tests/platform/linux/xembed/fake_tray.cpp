@@ -1,4 +1,4 @@
-#include "fake_tray.h"
+#include "tests/platform/linux/xembed/fake_tray.h"
 
 #include "platform/linux/xembed/x11_reply.h"
 

@@ -1,6 +1,6 @@
 #include "platform/linux/xembed/item_layout.h"
 
-#include "block_picture.h"
+#include "tests/platform/linux/xembed/block_picture.h"
 
 #include <gtest/gtest.h>
 

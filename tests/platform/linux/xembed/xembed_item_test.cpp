@@ -1,11 +1,11 @@
 #include "platform/linux/xembed/xembed_item.h"
 
-#include "block_picture.h"
-#include "fake_tray.h"
-#include "x_server.h"
+#include "tests/platform/linux/xembed/block_picture.h"
+#include "tests/platform/linux/xembed/fake_tray.h"
+#include "tests/support/run_until.h"
+#include "tests/support/server_process.h"
 
 #include <QApplication>
-#include <QTimer>
 #include <QToolTip>
 #include <gtest/gtest.h>
 #include <optional>
@@ -16,7 +16,6 @@ namespace {
 using test::BlockPicture;
 using test::FakeTray;
 using test::TrayManners;
-using test::XServer;
 
 constexpr std::uint32_t kNoAlphaByte = 0x00ffffff;
 
@@ -24,10 +23,12 @@ class XEmbedItemTest : public testing::Test {
 public:
     static void SetUpTestSuite()
     {
-        s_server = XServer::start();
-        if (!s_server)
+        s_server = std::make_unique<ServerProcess>(std::vector<std::string>{"Xvfb", "-displayfd",
+            std::to_string(ServerProcess::kAnnouncementDescriptor), "-screen", "0", "400x300x24", "-nolisten",
+            "tcp"});
+        if (s_server->announcement().empty())
             return;
-        qputenv("DISPLAY", s_server->display().c_str());
+        qputenv("DISPLAY", display().c_str());
         qputenv("QT_QPA_PLATFORM", "xcb");
         static int argumentCount = 1;
         static char name[] = "xembed_item_test";
@@ -44,7 +45,7 @@ public:
 protected:
     void SetUp() override
     {
-        if (!s_server)
+        if (!s_application)
             GTEST_SKIP() << "There is no Xvfb here to dock into a tray on.";
         item
             = XEmbedItem::create({.ink = [this] { return ink; }, .hoverDelay = std::chrono::milliseconds(0)});
@@ -56,29 +57,21 @@ protected:
         item->onClick([this](const StatusClick& click) { clicks.push_back(click); });
     }
 
-    void startTray(TrayManners manners = {}) { tray.emplace(s_server->display(), manners); }
+    /// The server announces its number.
+    static std::string display() { return ':' + s_server->announcement(); }
+
+    void startTray(TrayManners manners = {}) { tray.emplace(display(), manners); }
 
     void show() { item->show(picture, toolTip, spokenLabel); }
 
-    /// Lets the item and the tray talk until `condition` holds; false if it never does.
-    bool comesTrue(const std::function<bool()>& condition)
-    {
-        QTimer deadline;
-        deadline.setSingleShot(true);
-        deadline.start(10000);
-        while (!condition() && deadline.isActive())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        return condition();
-    }
-
     bool docks(int times = 1)
     {
-        return comesTrue([&] { return tray->docked() == times; });
+        return runUntil([&] { return tray->docked() == times; });
     }
 
     bool middleBecomes(std::uint32_t pixel, std::uint32_t mask = kNoAlphaByte)
     {
-        return comesTrue([&] { return (tray->middlePixel() & mask) == pixel; });
+        return runUntil([&] { return (tray->middlePixel() & mask) == pixel; });
     }
 
     /// Everything that was on its way has arrived.
@@ -87,10 +80,10 @@ protected:
         const std::string mark = spokenLabel + ".";
         spokenLabel = mark;
         show();
-        ASSERT_TRUE(comesTrue([&] { return tray->iconName() == mark; }));
+        ASSERT_TRUE(runUntil([&] { return tray->iconName() == mark; }));
     }
 
-    static inline std::unique_ptr<XServer> s_server;
+    static inline std::unique_ptr<ServerProcess> s_server;
     static inline std::unique_ptr<QApplication> s_application;
 
     Ink ink{0xffffffff};
@@ -166,7 +159,7 @@ TEST_F(XEmbedItemTest, FollowsAPanelThatIsMovedToAnotherEdge)
     show();
     ASSERT_TRUE(docks());
     tray->setOrientation(true);
-    EXPECT_TRUE(comesTrue([&] { return tray->iconSize() == PixelSize{22, 22}; }));
+    EXPECT_TRUE(runUntil([&] { return tray->iconSize() == PixelSize{22, 22}; }));
 }
 
 TEST_F(XEmbedItemTest, DrawsTwiceAsLargeInAPanelTwiceAsHigh)
@@ -175,7 +168,7 @@ TEST_F(XEmbedItemTest, DrawsTwiceAsLargeInAPanelTwiceAsHigh)
     show();
     ASSERT_TRUE(docks());
     tray->resizeIcons(44);
-    EXPECT_TRUE(comesTrue([&] { return tray->iconSize() == PixelSize{220, 44}; }));
+    EXPECT_TRUE(runUntil([&] { return tray->iconSize() == PixelSize{220, 44}; }));
     EXPECT_TRUE(middleBecomes(0xffffff));
     EXPECT_GE(picturesWanted, 1);
 }
@@ -187,7 +180,7 @@ TEST_F(XEmbedItemTest, AsksForMoreRoomWhenThePictureGrows)
     ASSERT_TRUE(docks());
     picture = BlockPicture(130.0);
     show();
-    EXPECT_TRUE(comesTrue([&] { return tray->iconSize() == PixelSize{130, 22}; }));
+    EXPECT_TRUE(runUntil([&] { return tray->iconSize() == PixelSize{130, 22}; }));
 }
 
 TEST_F(XEmbedItemTest, WaitsForATrayThatComesLater)
@@ -206,7 +199,7 @@ TEST_F(XEmbedItemTest, OutlivesATrayAndDocksIntoTheNext)
     show();
     ASSERT_TRUE(docks());
     tray.reset();
-    ASSERT_TRUE(comesTrue([&] { return picturesWanted > 0; }));
+    ASSERT_TRUE(runUntil([&] { return picturesWanted > 0; }));
     startTray();
     ASSERT_TRUE(docks());
     EXPECT_TRUE(middleBecomes(0xffffff));
@@ -217,9 +210,9 @@ TEST_F(XEmbedItemTest, MovesToATrayThatTakesOverFromAnother)
     startTray();
     show();
     ASSERT_TRUE(docks());
-    FakeTray successor(s_server->display(), {});
-    EXPECT_TRUE(comesTrue([&] { return successor.docked() == 1; }));
-    EXPECT_TRUE(comesTrue([&] { return !tray->iconExists(); }));
+    FakeTray successor(display(), {});
+    EXPECT_TRUE(runUntil([&] { return successor.docked() == 1; }));
+    EXPECT_TRUE(runUntil([&] { return !tray->iconExists(); }));
 }
 
 TEST_F(XEmbedItemTest, LeavesNoStrayWindowWhenTheTrayPutsItOut)
@@ -229,7 +222,7 @@ TEST_F(XEmbedItemTest, LeavesNoStrayWindowWhenTheTrayPutsItOut)
     ASSERT_TRUE(docks());
     ASSERT_TRUE(middleBecomes(0xffffff));
     tray->putOut();
-    EXPECT_TRUE(comesTrue([&] { return !tray->iconExists(); }));
+    EXPECT_TRUE(runUntil([&] { return !tray->iconExists(); }));
 }
 
 TEST_F(XEmbedItemTest, TakesItsWindowAwayWhenHiddenAndComesBackWhenShown)
@@ -238,7 +231,7 @@ TEST_F(XEmbedItemTest, TakesItsWindowAwayWhenHiddenAndComesBackWhenShown)
     show();
     ASSERT_TRUE(docks());
     item->hide();
-    EXPECT_TRUE(comesTrue([&] { return !tray->iconExists(); }));
+    EXPECT_TRUE(runUntil([&] { return !tray->iconExists(); }));
     show();
     EXPECT_TRUE(docks(2));
 }
@@ -247,11 +240,11 @@ TEST_F(XEmbedItemTest, TellsTrayMemoryOneNameAndScreenReadersTheReading)
 {
     startTray();
     show();
-    ASSERT_TRUE(comesTrue([&] { return tray->iconName() == "12.3 watts"; }));
+    ASSERT_TRUE(runUntil([&] { return tray->iconName() == "12.3 watts"; }));
     EXPECT_EQ(tray->nameAtDocking(), "Amperly");
     spokenLabel = "13 watts";
     show();
-    EXPECT_TRUE(comesTrue([&] { return tray->iconName() == "13 watts"; }));
+    EXPECT_TRUE(runUntil([&] { return tray->iconName() == "13 watts"; }));
 }
 
 TEST_F(XEmbedItemTest, RedrawsInTheNewInkWhenTheTrayStatesItsColours)
@@ -273,7 +266,7 @@ TEST_F(XEmbedItemTest, HandsClicksOnWithWhereTheyWere)
     tray->click(1, 5, 6);
     tray->click(2, 7, 8);
     tray->click(3, 9, 10);
-    ASSERT_TRUE(comesTrue([&] { return clicks.size() == 3; }));
+    ASSERT_TRUE(runUntil([&] { return clicks.size() == 3; }));
     EXPECT_EQ(clicks[0].button, ClickButton::Left);
     EXPECT_EQ(clicks[0].anchor, (ScreenPoint{105, 206}));
     EXPECT_EQ(clicks[1].button, ClickButton::Left);
@@ -290,7 +283,7 @@ TEST_F(XEmbedItemTest, IgnoresTheWheelAndButtonsLetGoElsewhere)
     tray->click(1, 5, 40);
     tray->click(1, -1, 5);
     tray->click(3, 9, 10);
-    ASSERT_TRUE(comesTrue([&] { return !clicks.empty(); }));
+    ASSERT_TRUE(runUntil([&] { return !clicks.empty(); }));
     EXPECT_EQ(clicks.size(), 1U);
     EXPECT_EQ(clicks[0].button, ClickButton::Right);
 }
@@ -302,13 +295,13 @@ TEST_F(XEmbedItemTest, ShowsItsToolTipWhileThePointerRestsOnIt)
     ASSERT_TRUE(docks());
     ASSERT_TRUE(middleBecomes(0xffffff));
     tray->movePointerOntoIcon();
-    ASSERT_TRUE(comesTrue([] { return QToolTip::isVisible(); }));
+    ASSERT_TRUE(runUntil([] { return QToolTip::isVisible(); }));
     EXPECT_EQ(QToolTip::text(), "12.3 W");
     toolTip = "<13 W>";
     show();
     EXPECT_EQ(QToolTip::text(), "<13 W>");
     tray->movePointerAway();
-    EXPECT_TRUE(comesTrue([] { return !QToolTip::isVisible(); }));
+    EXPECT_TRUE(runUntil([] { return !QToolTip::isVisible(); }));
 }
 
 TEST_F(XEmbedItemTest, HasNoToolTipToShowWithoutAText)
