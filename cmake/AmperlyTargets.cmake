@@ -34,7 +34,7 @@ endif()
 # amperly_link(target PUBLIC|PRIVATE ...): links folders by their names, anything else as it is written, and
 # builds the target by the rules above.
 function(amperly_link target scope)
-    list(TRANSFORM ARGN REPLACE "^([a-z_]+)$" "amperly_\\1" OUTPUT_VARIABLE links)
+    list(TRANSFORM ARGN REPLACE "^([a-z0-9_]+)$" "amperly_\\1" OUTPUT_VARIABLE links)
     target_link_libraries(${target} ${scope} amperly_options ${links})
 endfunction()
 

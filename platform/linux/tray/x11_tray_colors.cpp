@@ -1,35 +1,15 @@
 #include "platform/linux/tray/x11_tray_colors.h"
 
+#include "platform/linux/x11/x11_atoms.h"
+#include "platform/linux/x11/x11_connection.h"
+#include "platform/linux/x11/x11_reply.h"
+
 #include <QGuiApplication>
 #include <array>
-#include <cstdlib>
 #include <cstring>
-#include <string_view>
 #include <utility>
 
 namespace amperly {
-
-namespace {
-
-struct Freed {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, Freed>;
-
-xcb_intern_atom_cookie_t askForAtom(xcb_connection_t* connection, std::string_view name)
-{
-    return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-}
-
-xcb_atom_t atomOf(xcb_connection_t* connection, xcb_intern_atom_cookie_t cookie)
-{
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
-} // namespace
 
 std::optional<Ink> decodeTrayColors(std::span<const std::uint32_t> channels)
 {
@@ -41,20 +21,18 @@ std::optional<Ink> decodeTrayColors(std::span<const std::uint32_t> channels)
 
 std::unique_ptr<X11TrayColors> X11TrayColors::create()
 {
-    const auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    if (!x11 || !x11->connection())
-        return nullptr;
-    return std::unique_ptr<X11TrayColors>(new X11TrayColors(x11->connection()));
+    xcb_connection_t* const connection = x11Connection();
+    return connection ? std::unique_ptr<X11TrayColors>(new X11TrayColors(connection)) : nullptr;
 }
 
 X11TrayColors::X11TrayColors(xcb_connection_t* connection) : m_connection(connection)
 {
-    const xcb_intern_atom_cookie_t selection = askForAtom(m_connection, "_NET_SYSTEM_TRAY_S0");
-    const xcb_intern_atom_cookie_t colors = askForAtom(m_connection, "_NET_SYSTEM_TRAY_COLORS");
-    const xcb_intern_atom_cookie_t manager = askForAtom(m_connection, "MANAGER");
-    m_selection = atomOf(m_connection, selection);
-    m_colors = atomOf(m_connection, colors);
-    m_manager = atomOf(m_connection, manager);
+    std::array names{
+        X11AtomName{&m_selection, "_NET_SYSTEM_TRAY_S0"},
+        X11AtomName{&m_colors, "_NET_SYSTEM_TRAY_COLORS"},
+        X11AtomName{&m_manager, "MANAGER"},
+    };
+    internAtoms(m_connection, names);
     qGuiApp->installNativeEventFilter(this);
     refresh();
 }
@@ -67,7 +45,7 @@ X11TrayColors::~X11TrayColors()
 
 void X11TrayColors::refresh()
 {
-    const Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+    const X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         m_connection, xcb_get_selection_owner(m_connection, m_selection), nullptr));
     m_tray = owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 
@@ -77,7 +55,7 @@ void X11TrayColors::refresh()
         const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(m_connection, m_tray, XCB_CW_EVENT_MASK, &events);
         constexpr std::uint32_t kChannels = 12;
-        const Owned<xcb_get_property_reply_t> property(xcb_get_property_reply(m_connection,
+        const X11Reply<xcb_get_property_reply_t> property(xcb_get_property_reply(m_connection,
             xcb_get_property(m_connection, 0, m_tray, m_colors, XCB_ATOM_CARDINAL, 0, kChannels), nullptr));
         if (property && property->format == 32) {
             std::array<std::uint32_t, kChannels> channels{};

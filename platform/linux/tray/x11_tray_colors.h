@@ -19,8 +19,8 @@ namespace amperly {
 
 class X11TrayColors : public QAbstractNativeEventFilter {
 public:
-    /// Follows the tray of the default screen over the toolkit's own connection, so that nothing
-    /// more wakes the program; null where the toolkit is not on X11.
+    /// Follows the tray of the default screen over the toolkit's connection; null where the toolkit is not on
+    /// X11.
     [[nodiscard]] static std::unique_ptr<X11TrayColors> create();
 
     ~X11TrayColors() override;

@@ -1,6 +1,7 @@
 #include "platform/linux/xembed/tray_protocol.h"
 
-#include "platform/linux/xembed/x11_reply.h"
+#include "platform/linux/x11/x11_atoms.h"
+#include "platform/linux/x11/x11_reply.h"
 
 #include <string>
 
@@ -26,33 +27,19 @@ TrayAtoms internTrayAtoms(xcb_connection_t* connection, int screen)
 {
     const std::string selection = "_NET_SYSTEM_TRAY_S" + std::to_string(screen);
     TrayAtoms atoms;
-    struct Name {
-        xcb_atom_t* atom;
-        std::string_view text;
-        xcb_intern_atom_cookie_t cookie{};
-    };
     std::array names{
-        Name{&atoms.selection, selection},
-        Name{&atoms.manager, "MANAGER"},
-        Name{&atoms.opcode, "_NET_SYSTEM_TRAY_OPCODE"},
-        Name{&atoms.visual, "_NET_SYSTEM_TRAY_VISUAL"},
-        Name{&atoms.orientation, "_NET_SYSTEM_TRAY_ORIENTATION"},
-        Name{&atoms.colors, "_NET_SYSTEM_TRAY_COLORS"},
-        Name{&atoms.xembed, "_XEMBED"},
-        Name{&atoms.xembedInfo, "_XEMBED_INFO"},
-        Name{&atoms.windowName, "_NET_WM_NAME"},
-        Name{&atoms.utf8, "UTF8_STRING"},
+        X11AtomName{&atoms.selection, selection},
+        X11AtomName{&atoms.manager, "MANAGER"},
+        X11AtomName{&atoms.opcode, "_NET_SYSTEM_TRAY_OPCODE"},
+        X11AtomName{&atoms.visual, "_NET_SYSTEM_TRAY_VISUAL"},
+        X11AtomName{&atoms.orientation, "_NET_SYSTEM_TRAY_ORIENTATION"},
+        X11AtomName{&atoms.colors, "_NET_SYSTEM_TRAY_COLORS"},
+        X11AtomName{&atoms.xembed, "_XEMBED"},
+        X11AtomName{&atoms.xembedInfo, "_XEMBED_INFO"},
+        X11AtomName{&atoms.windowName, "_NET_WM_NAME"},
+        X11AtomName{&atoms.utf8, "UTF8_STRING"},
     };
-    for (Name& name : names) {
-        name.cookie
-            = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.text.size()), name.text.data());
-    }
-    for (const Name& name : names) {
-        const X11Reply<xcb_intern_atom_reply_t> reply(
-            xcb_intern_atom_reply(connection, name.cookie, nullptr));
-        if (reply)
-            *name.atom = reply->atom;
-    }
+    internAtoms(connection, names);
     return atoms;
 }
 

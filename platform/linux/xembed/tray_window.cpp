@@ -1,7 +1,7 @@
 #include "platform/linux/xembed/tray_window.h"
 
+#include "platform/linux/x11/x11_reply.h"
 #include "platform/linux/xembed/pixel_blend.h"
-#include "platform/linux/xembed/x11_reply.h"
 
 #include <array>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "platform/linux/xembed/xembed_item.h"
 
+#include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/xembed/native_point.h"
-#include "platform/linux/xembed/x11_reply.h"
 
 #include <QGuiApplication>
 #include <cmath>
@@ -37,11 +37,9 @@ int defaultScreenNumber()
 
 std::unique_ptr<XEmbedItem> XEmbedItem::create(XEmbedItemParts parts)
 {
-    const auto* application
-        = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    if (!application || !application->connection())
+    xcb_connection_t* const connection = x11Connection();
+    if (!connection)
         return nullptr;
-    xcb_connection_t* connection = application->connection();
     const int number = defaultScreenNumber();
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
     for (int index = 0; index < number && screens.rem > 1; ++index)

@@ -1,6 +1,7 @@
 #include "tests/platform/linux/xembed/fake_tray.h"
 
-#include "platform/linux/xembed/x11_reply.h"
+#include "platform/linux/x11/x11_atoms.h"
+#include "platform/linux/x11/x11_reply.h"
 
 #include <array>
 
@@ -60,10 +61,7 @@ FakeTray::~FakeTray() = default;
 
 xcb_atom_t FakeTray::atom(const std::string& name)
 {
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection.get(),
-        xcb_intern_atom(m_connection.get(), 0, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    return reply->atom;
+    return internAtom(m_connection.get(), name);
 }
 
 void FakeTray::announce()

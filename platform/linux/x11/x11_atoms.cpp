@@ -1,0 +1,29 @@
+#include "platform/linux/x11/x11_atoms.h"
+
+#include "platform/linux/x11/x11_reply.h"
+
+#include <cstdint>
+
+namespace amperly {
+
+void internAtoms(xcb_connection_t* connection, std::span<X11AtomName> names)
+{
+    for (X11AtomName& each : names)
+        each.asked
+            = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(each.name.size()), each.name.data());
+    for (const X11AtomName& each : names) {
+        const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, each.asked, nullptr));
+        if (reply)
+            *each.atom = reply->atom;
+    }
+}
+
+xcb_atom_t internAtom(xcb_connection_t* connection, std::string_view name)
+{
+    xcb_atom_t atom = XCB_ATOM_NONE;
+    X11AtomName asked{&atom, name};
+    internAtoms(connection, {&asked, 1});
+    return atom;
+}
+
+} // namespace amperly
