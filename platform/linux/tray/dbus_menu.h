@@ -35,6 +35,10 @@ public:
 
 private:
     using Names = std::vector<std::string>;
+
+    static constexpr const char* kInterfaceName = "com.canonical.dbusmenu";
+    static constexpr int kRoot = 0; ///< the menu itself
+
     static const sd_bus_vtable kInterface[];
 
     static int getLayout(sd_bus_message* call, void* self, sd_bus_error* error);
@@ -48,7 +52,6 @@ private:
     [[nodiscard]] std::vector<int> identifiers() const;
     [[nodiscard]] bool knows(int identifier) const;
     int appendItem(sd_bus_message* message, int identifier, const Names& names, bool children) const;
-    int readEvent(sd_bus_message* call, int& identifier, std::string& what);
     void handleEvent(int identifier, const std::string& what);
     bool prepareToShow();
     void publishLater();

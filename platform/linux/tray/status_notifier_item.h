@@ -57,6 +57,7 @@ public:
     }
 
 private:
+    static constexpr const char* kInterfaceName = "org.kde.StatusNotifierItem";
     static const sd_bus_vtable kInterface[];
     using Text = const char*;
 
