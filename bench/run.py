@@ -46,7 +46,7 @@ class Extent:
     starts: int
 
 
-FULL = Extent(settle_seconds=10, pairs=5, ticks_of_window=3, ticks_traced=10, starts=5)
+FULL = Extent(settle_seconds=10, pairs=5, ticks_of_window=4, ticks_traced=10, starts=5)
 QUICK = Extent(settle_seconds=4, pairs=1, ticks_of_window=3, ticks_traced=5, starts=3)
 
 
@@ -156,6 +156,11 @@ def remarks(raw, rows):
     lines = []
     added = ", ".join(f"{name} {figure['added_per_tick']:.1f}" for name, figure in raw["system_calls"].items())
     lines.append(f"System calls per tick that only the library with the made-up files adds, not counted: {added}.")
+    for kind, other in (("unchanged", "i3status"), ("changed", "cbatticon")):
+        ratios = sorted(one["cpu_ns"] / two["cpu_ns"]
+                        for one, two in zip(raw[kind]["amperly"], raw[kind][other]))
+        lines.append(f"CPU ratios of the {len(ratios)} pairs of windows, {kind}: "
+                     + ", ".join(f"{ratio:.2f}" for ratio in ratios) + ".")
     slack = raw["memory"]["amperly"]["timer_slack_ns"]
     if slack is not None:
         lines.append(f"At rest the kernel may shift Amperly's ticks by {slack / 1e9:.2f} s.")
