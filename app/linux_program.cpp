@@ -105,6 +105,10 @@ int runLinuxProgram(
         std::fprintf(stderr, "%s: there is no display to show anything on.\n", identity.name);
         return EXIT_FAILURE;
     }
+    // The toolkit's own event loop wakes up cheaper than the one that it shares with other
+    // toolkits. Whoever needs the shared one says so.
+    if (!qEnvironmentVariableIsSet("QT_NO_GLIB"))
+        qputenv("QT_NO_GLIB", "1");
     allowLayerWindows();
     const QApplication toolkit(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr HostProfile kUnknown{};
 
-constexpr HostProfile kWaybar{.asksForEverything = true};
+constexpr HostProfile kWaybar{.takesLargestPixmap = true, .asksForEverything = true};
 
 constexpr HostProfile kMate{.ink = PanelInk::ColourScheme};
 

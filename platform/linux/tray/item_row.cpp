@@ -81,7 +81,7 @@ void ItemRow::showPicture(const StatusPicture& picture, double scale, Ink ink)
     setInk(ink);
     switch (m_profile.drawing) {
     case ItemDrawing::Wide:
-        drawWide(picture);
+        drawWide(picture, scale);
         break;
     case ItemDrawing::Tiles:
         drawTiles(picture, scale);
@@ -93,11 +93,16 @@ void ItemRow::showPicture(const StatusPicture& picture, double scale, Ink ink)
     registerNext();
 }
 
-void ItemRow::drawWide(const StatusPicture& picture)
+void ItemRow::drawWide(const StatusPicture& picture, double scale)
 {
     // The wide ones first: hosts for squares find a square further on.
     for (Place& place : m_places) {
         StatusNotifierItem& item = *place.item;
+        if (m_profile.takesLargestPixmap) {
+            item.setPixmapCount(1);
+            drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.draw(mask, std::ceil(scale)); });
+            continue;
+        }
         item.setPixmapCount(4);
         drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.draw(mask, 1.0); });
         drawInto(item, 1, m_scratch, [&](CoverageMask& mask) { picture.draw(mask, 2.0); });

@@ -67,7 +67,7 @@ private:
 
     void resize(std::size_t count);
     [[nodiscard]] Place openPlace();
-    void drawWide(const StatusPicture& picture);
+    void drawWide(const StatusPicture& picture, double scale);
     void drawTiles(const StatusPicture& picture, double scale);
     void drawLabelled(const StatusPicture& picture);
     void registerNext();

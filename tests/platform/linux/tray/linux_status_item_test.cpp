@@ -11,9 +11,11 @@ namespace {
 
 using test::FakePicture;
 using test::Heard;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
+using testing::Not;
 using testing::UnorderedElementsAre;
 
 constexpr Ink kOther{0xffa0b0c0};
@@ -53,9 +55,28 @@ TEST_F(LinuxStatusItemTest, AllPropertiesComeAtOnce)
             "IconThemePath", "ToolTip", "IconAccessibleDesc", "XAyatanaLabel"}));
 }
 
-TEST_F(LinuxStatusItemTest, WideHostGetsTheWidePictureBeforeTheSquares)
+TEST_F(LinuxStatusItemTest, WhatTheItemNeverHasIsToldOnlyToThoseWhoAskForIt)
 {
     startOn("waybar");
+    const std::string name = onlyItem();
+    for (const char* property : {"OverlayIconPixmap", "AttentionIconPixmap", "AttentionIconName"}) {
+        EXPECT_THAT(panel->propertyNames(name), Not(Contains(property)));
+        EXPECT_NE(panel->property(name, property), nullptr);
+    }
+}
+
+TEST_F(LinuxStatusItemTest, WideHostThatTakesTheLargestPixmapGetsTheFittingOneOnly)
+{
+    startOn("waybar");
+    const std::vector<test::Pixmap> pixmaps = panel->pixmaps(onlyItem());
+    ASSERT_EQ(pixmaps.size(), 1U);
+    EXPECT_EQ(pixmaps[0].width, 40);
+    EXPECT_EQ(pixmaps[0].height, 24);
+}
+
+TEST_F(LinuxStatusItemTest, WideHostGetsTheWidePictureBeforeTheSquares)
+{
+    startOn("mate-panel");
     const std::vector<test::Pixmap> pixmaps = panel->pixmaps(onlyItem());
     ASSERT_EQ(pixmaps.size(), 4U);
     EXPECT_EQ(pixmaps[0].width, 40);
@@ -68,7 +89,7 @@ TEST_F(LinuxStatusItemTest, WideHostGetsTheWidePictureBeforeTheSquares)
 
 TEST_F(LinuxStatusItemTest, PixelsAreStraightInkInNetworkOrder)
 {
-    startOn("waybar");
+    startOn("mate-panel");
     const std::vector<test::Pixmap> pixmaps = panel->pixmaps(onlyItem());
     EXPECT_THAT(pixmaps[0].firstPixel(), ElementsAre(104, 0x10, 0x20, 0x30));
     EXPECT_THAT(pixmaps[2].firstPixel(), ElementsAre(4, 0x10, 0x20, 0x30));
@@ -179,7 +200,7 @@ TEST_F(LinuxStatusItemTest, HostWithoutToolTipsIsNotToldOfThem)
 
 TEST_F(LinuxStatusItemTest, OtherInkRepaintsWithoutDrawing)
 {
-    startOn("waybar");
+    startOn("mate-panel");
     const std::string name = onlyItem();
     static_cast<void>(panel->heard());
     const int drawings = picture.drawings;
@@ -279,7 +300,7 @@ TEST_F(LinuxStatusItemTest, RestartedWatcherGetsTheItemAgain)
     panel.reset();
     ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
     panel.emplace(daemon.address());
-    EXPECT_EQ(panel->pixmaps(onlyItem()).size(), 4U);
+    EXPECT_EQ(panel->pixmaps(onlyItem()).size(), 1U);
     EXPECT_TRUE(runUntil([&] { return !fallback.shown; }));
     EXPECT_EQ(ink.panels, 2);
 }
