@@ -54,7 +54,6 @@ BusConnection::~BusConnection()
     // The notifiers go before the descriptor that they watch.
     m_readable.reset();
     m_writable.reset();
-    m_nameSlot.reset();
     sd_bus_close_unref(m_bus);
 }
 
@@ -131,32 +130,6 @@ void BusConnection::emitSignal(const char* path, const char* interface, const ch
         return;
     sd_bus_emit_signal(m_bus, path, interface, member, nullptr);
     settle();
-}
-
-void BusConnection::requestName(const char* name, std::function<void(bool owned)> done)
-{
-    m_nameHandler = std::move(done);
-    sd_bus_slot* slot = nullptr;
-    const int result
-        = m_closed ? -ENOTCONN : sd_bus_request_name_async(m_bus, &slot, name, 0, nameAnswered, this);
-    m_nameSlot.reset(slot);
-    if (result < 0) {
-        QMetaObject::invokeMethod(
-            &m_context, [this] { m_nameHandler(false); }, Qt::QueuedConnection);
-        return;
-    }
-    settle();
-}
-
-int BusConnection::nameAnswered(sd_bus_message* reply, void* self, sd_bus_error*)
-{
-    constexpr std::uint32_t kPrimaryOwner = 1;
-    constexpr std::uint32_t kAlreadyOwner = 4;
-    std::uint32_t answer = 0;
-    if (!sd_bus_message_is_method_error(reply, nullptr))
-        sd_bus_message_read(reply, "u", &answer);
-    static_cast<BusConnection*>(self)->m_nameHandler(answer == kPrimaryOwner || answer == kAlreadyOwner);
-    return 0;
 }
 
 } // namespace amperly

@@ -38,10 +38,6 @@ public:
     /// Sends a signal without arguments from an exported object.
     void emitSignal(const char* path, const char* interface, const char* member);
 
-    /// Asks for a well-known name. The answer comes as `done(true)` when this connection owns it;
-    /// there is no queueing behind, and no replacing of, another owner.
-    void requestName(const char* name, std::function<void(bool owned)> done);
-
     /// False once the bus has gone away; nothing is sent or received any more.
     [[nodiscard]] bool isOpen() const { return !m_closed; }
 
@@ -54,15 +50,12 @@ private:
     void process();
     void watch(int descriptor);
     void noteClosed();
-    static int nameAnswered(sd_bus_message* reply, void* self, sd_bus_error* error);
 
     sd_bus* m_bus;
     QObject m_context; ///< receiver of postponed work, which ends with the connection
     QTimer m_timer; ///< the nearest time limit of a pending call
     std::unique_ptr<QSocketNotifier> m_readable;
     std::unique_ptr<QSocketNotifier> m_writable;
-    BusSlot m_nameSlot;
-    std::function<void(bool)> m_nameHandler;
     std::function<void()> m_closedHandler;
     bool m_processing = false;
     bool m_closed = false;

@@ -17,9 +17,8 @@ public:
         sd_bus_slot* slot = nullptr;
         sd_bus_add_object_vtable(m_connection->bus(), &slot, kPath, kInterface, kSettings, this);
         m_object.reset(slot);
-        bool owned = false;
-        m_connection->requestName("org.freedesktop.portal.Desktop", [&](bool answer) { owned = answer; });
-        EXPECT_TRUE(runUntil([&] { return owned; }));
+        EXPECT_GE(sd_bus_request_name(m_connection->bus(), "org.freedesktop.portal.Desktop", 0), 0);
+        m_connection->settle();
     }
 
     void become(std::uint32_t scheme)

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <utility>
 
 namespace amperly::test {
@@ -87,9 +86,8 @@ FakePanel::FakePanel(const std::string& address, bool hasHost)
     listen("type='signal',path='/MenuBar'", m_menuSignals);
     listen("type='signal',path='/StatusNotifierItem',interface='org.freedesktop.DBus.Properties'",
         m_propertySignals);
-    std::optional<bool> owned;
-    m_connection->requestName(kWatcherName, [&](bool answer) { owned = answer; });
-    EXPECT_TRUE(runUntil([&] { return owned == true; }));
+    EXPECT_GE(sd_bus_request_name(bus, kWatcherName, 0), 0);
+    m_connection->settle();
 }
 
 int FakePanel::registerItem(sd_bus_message* call, void* self, sd_bus_error*)
