@@ -1,6 +1,7 @@
 #include "prefs/pref.h"
 
 #include "platform/simulated/memory_preference_store.h"
+#include "platform/simulated/recording_desktop.h"
 
 #include <gmock/gmock.h>
 
@@ -8,19 +9,6 @@ namespace amperly {
 namespace {
 
 using namespace std::string_literals;
-using testing::Return;
-
-class InstallationStub : public Desktop {
-public:
-    MOCK_METHOD(void, openAddress, (std::string_view), (override));
-    MOCK_METHOD(void, log, (std::string_view), (override));
-    MOCK_METHOD(void, onReopen, (std::function<void()>), (override));
-    MOCK_METHOD(void, activate, (), (override));
-    MOCK_METHOD(void, quit, (), (override));
-    MOCK_METHOD(std::optional<int>, visibleScreenHeight, (), (const, override));
-    MOCK_METHOD(bool, isInstalled, (), (const, override));
-    MOCK_METHOD(std::optional<std::string>, shortVersion, (), (const, override));
-};
 
 class PrefTest : public testing::Test {
 protected:
@@ -163,16 +151,16 @@ TEST_F(PrefTest, DefaultIconIsTheFirstOneOffered)
 
 TEST_F(PrefTest, VersionIsAskedForEachTime)
 {
-    InstallationStub installation;
-    EXPECT_CALL(installation, shortVersion()).WillOnce(Return("1.2")).WillOnce(Return("1.3"));
+    RecordingDesktop installation;
+    installation.setShortVersion("1.2");
     EXPECT_EQ(Pref::version(installation), "1.2");
+    installation.setShortVersion("1.3");
     EXPECT_EQ(Pref::version(installation), "1.3");
 }
 
 TEST_F(PrefTest, VersionIsEmptyWhereTheInstallationStatesNone)
 {
-    InstallationStub installation;
-    EXPECT_CALL(installation, shortVersion()).WillOnce(Return(std::nullopt));
+    const RecordingDesktop installation;
     EXPECT_EQ(Pref::version(installation), "");
 }
 

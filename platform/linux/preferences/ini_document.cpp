@@ -10,7 +10,6 @@ namespace amperly {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kOwnSection = "General";
 
 bool isBlankOrComment(std::string_view text)

@@ -9,8 +9,6 @@ namespace amperly {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 bool isControl(unsigned char byte)
 {
     return byte < 0x20 || byte == 0x7F;

@@ -9,6 +9,9 @@
 
 namespace amperly {
 
+/// What some editors begin a UTF-8 file with.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 /// `text` as it is written behind a key's equals sign.
 [[nodiscard]] std::string encodeIniValue(std::string_view text);
 

@@ -1,5 +1,6 @@
 #include "platform/simulated/desktop/simulated_platform.h"
 
+#include "platform/simulated/memory_preference_store.h"
 #include "telemetry/power_reader.h"
 
 #include <QCoreApplication>
@@ -14,22 +15,9 @@ namespace {
 
 using testing::ElementsAre;
 
-/// Preferences that nobody has set.
-class NoPreferences : public PreferenceStore {
-public:
-    void registerDefaults(const PreferenceDictionary&) override { }
-    std::optional<std::string> text(std::string_view) const override { return std::nullopt; }
-    std::int64_t integer(std::string_view) const override { return 0; }
-    bool boolean(std::string_view) const override { return false; }
-    double real(std::string_view) const override { return 0; }
-    void set(std::string_view, const PreferenceValue&) override { }
-    void remove(std::string_view) override { }
-    void onDidChange(ChangeHandler) override { }
-};
-
 class SimulatedPlatformTest : public testing::Test {
 protected:
-    NoPreferences preferences;
+    MemoryPreferenceStore preferences;
     SimulatedPlatform simulated{preferences};
     Platform platform = simulated.platform();
 };
