@@ -16,7 +16,7 @@ namespace {
 unsigned long inNanoseconds(double seconds)
 {
     constexpr double kNanosecondsPerSecond = 1e9;
-    constexpr auto kMost = static_cast<double>(std::numeric_limits<long>::max() / 2);
+    constexpr auto kMost = static_cast<double>(std::numeric_limits<long>::max()) / 2.0;
     return static_cast<unsigned long>(std::clamp(seconds * kNanosecondsPerSecond, 0.0, kMost));
 }
 
