@@ -6,6 +6,7 @@
 #include "platform/status_item.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ public:
 
     void show(const StatusPicture& picture, std::optional<std::string_view> toolTip,
         std::string_view spokenLabel) override;
+    void onPictureWanted(std::function<void()>) override { }
     void onClick(ClickHandler) override { }
     void setMenu(Menu&) override { }
     void openMenu(std::optional<ScreenPoint>) override { }

@@ -40,7 +40,7 @@ public:
     /// Called when another panel took over, or the panel asks for another size, so that the
     /// picture has to be drawn anew; the handler calls show(). Without a handler the next show()
     /// does. Desktops that ask for the picture themselves never call it.
-    virtual void onPictureWanted(std::function<void()> handler) { static_cast<void>(handler); }
+    virtual void onPictureWanted(std::function<void()> handler) = 0;
 
     /// Called for every click that the desktop hands on.
     virtual void onClick(ClickHandler handler) = 0;
