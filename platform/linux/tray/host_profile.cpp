@@ -37,7 +37,13 @@ constexpr HostProfile kPlasma{
 
 constexpr HostProfile kCinnamon{.drawing = ItemDrawing::Tiles, .ink = PanelInk::ColourScheme};
 
-constexpr HostProfile kSwaybar{.drawing = ItemDrawing::Tiles, .toolTip = ToolTipText::None};
+constexpr HostProfile kSwaybar{
+    .drawing = ItemDrawing::Tiles,
+    .toolTip = ToolTipText::None,
+    .pixmapAlpha = PixmapAlpha::Premultiplied,
+    .lastRegisteredFirst = true,
+    .globalCoordinates = true,
+};
 
 constexpr HostProfile kGnome{
     .drawing = ItemDrawing::Labelled,

@@ -2,6 +2,8 @@
 // of the protocol's promises it does not keep.
 #pragma once
 
+#include "platform/linux/tray/pixmap.h"
+
 #include <string_view>
 
 namespace amperly {
@@ -32,6 +34,8 @@ struct HostProfile {
     ItemDrawing drawing = ItemDrawing::Wide;
     PanelInk ink = PanelInk::White;
     ToolTipText toolTip = ToolTipText::Markup;
+
+    PixmapAlpha pixmapAlpha = PixmapAlpha::Straight;
 
     /// The item that registered last stands first.
     bool lastRegisteredFirst = false;

@@ -1,5 +1,5 @@
-// Pictures as status items carry them: straight (not premultiplied) ARGB, each pixel four bytes
-// in network order, rows from the top.
+// Pictures as status items carry them: ARGB, each pixel four bytes in network order, rows from the
+// top.
 #pragma once
 
 #include "platform/coverage_mask.h"
@@ -10,11 +10,17 @@
 
 namespace amperly {
 
+/// How the colour of a translucent pixel is stated.
+enum class PixmapAlpha {
+    Straight, ///< as the colour it would have if it were solid; what the protocol means
+    Premultiplied, ///< weakened by its alpha
+};
+
 /// Bytes that `mask` takes as a pixmap.
 [[nodiscard]] std::size_t pixmapSize(const CoverageMask& mask);
 
 /// Writes `mask` in `ink` to `bytes`, which is of pixmapSize(). A translucent ink makes the
 /// coverage as much weaker.
-void writePixmap(const CoverageMask& mask, Ink ink, std::span<std::uint8_t> bytes);
+void writePixmap(const CoverageMask& mask, Ink ink, PixmapAlpha alpha, std::span<std::uint8_t> bytes);
 
 } // namespace amperly

@@ -110,7 +110,8 @@ int StatusNotifierItem::iconPixmap(
             result = sd_bus_message_append_array_space(reply, 'y', pixmapSize(mask), &bytes);
         if (result >= 0) {
             // Written straight into the message: pixels exist nowhere else.
-            writePixmap(mask, item.m_ink, {static_cast<std::uint8_t*>(bytes), pixmapSize(mask)});
+            writePixmap(mask, item.m_ink, item.m_profile.pixmapAlpha,
+                {static_cast<std::uint8_t*>(bytes), pixmapSize(mask)});
             result = sd_bus_message_close_container(reply);
         }
     }

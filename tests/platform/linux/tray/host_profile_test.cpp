@@ -29,6 +29,12 @@ TEST(HostProfileTest, PlasmaKeepsTheOrderOfRegistration)
     EXPECT_FALSE(hostProfile("kded5", "KDE").lastRegisteredFirst);
 }
 
+TEST(HostProfileTest, SwaybarFillsItsTrayFromTheRight)
+{
+    EXPECT_EQ(hostProfile("swaybar", "sway").drawing, ItemDrawing::Tiles);
+    EXPECT_TRUE(hostProfile("swaybar", "sway").lastRegisteredFirst);
+}
+
 TEST(HostProfileTest, OnlyGnomeGetsALabel)
 {
     EXPECT_EQ(hostProfile("gnome-shell", "").drawing, ItemDrawing::Labelled);
@@ -52,11 +58,20 @@ TEST(HostProfileTest, EveryWordOfTheDesktopsListCounts)
     EXPECT_EQ(hostProfile("", "GNOME:"), hostProfile("gnome-shell", ""));
 }
 
+TEST(HostProfileTest, OnlySwaybarWantsPremultipliedColours)
+{
+    EXPECT_EQ(hostProfile("swaybar", "sway").pixmapAlpha, PixmapAlpha::Premultiplied);
+    EXPECT_EQ(hostProfile("waybar", "sway").pixmapAlpha, PixmapAlpha::Straight);
+    EXPECT_EQ(hostProfile("plasmashell", "KDE").pixmapAlpha, PixmapAlpha::Straight);
+    EXPECT_EQ(hostProfile("somebar", "").pixmapAlpha, PixmapAlpha::Straight);
+}
+
 TEST(HostProfileTest, CoordinatesAreTrustedWhereTheyAreTheScreens)
 {
     EXPECT_TRUE(hostProfile("panel-2-systray", "").globalCoordinates);
     EXPECT_TRUE(hostProfile("lxqt-panel", "").globalCoordinates);
     EXPECT_TRUE(hostProfile("plasmashell", "").globalCoordinates);
+    EXPECT_TRUE(hostProfile("swaybar", "").globalCoordinates);
     EXPECT_FALSE(hostProfile("waybar", "").globalCoordinates);
     EXPECT_FALSE(hostProfile("mate-panel", "").globalCoordinates);
 }

@@ -5,10 +5,10 @@
 namespace amperly {
 namespace {
 
-std::vector<std::uint8_t> pixmap(const CoverageMask& mask, Ink ink)
+std::vector<std::uint8_t> pixmap(const CoverageMask& mask, Ink ink, PixmapAlpha alpha = PixmapAlpha::Straight)
 {
     std::vector<std::uint8_t> bytes(pixmapSize(mask));
-    writePixmap(mask, ink, bytes);
+    writePixmap(mask, ink, alpha, bytes);
     return bytes;
 }
 
@@ -24,8 +24,18 @@ TEST(PixmapTest, PixelIsAlphaRedGreenBlue)
 
 TEST(PixmapTest, CoverageIsAlphaAndLeavesTheColourStraight)
 {
-    EXPECT_EQ(pixmap(maskOf({0, 128}), {0xffffffff}),
-        (std::vector<std::uint8_t>{0, 0xff, 0xff, 0xff, 128, 0xff, 0xff, 0xff}));
+    EXPECT_EQ(pixmap(maskOf({128}), {0xffffffff}), (std::vector<std::uint8_t>{128, 0xff, 0xff, 0xff}));
+}
+
+TEST(PixmapTest, ClearPixelHasNoColour)
+{
+    EXPECT_EQ(pixmap(maskOf({0}), {0xffffffff}), (std::vector<std::uint8_t>{0, 0, 0, 0}));
+}
+
+TEST(PixmapTest, PremultipliedColourIsAsWeakAsItsAlpha)
+{
+    EXPECT_EQ(pixmap(maskOf({0, 128, 255}), {0xffff8000}, PixmapAlpha::Premultiplied),
+        (std::vector<std::uint8_t>{0, 0, 0, 0, 128, 128, 64, 0, 255, 255, 128, 0}));
 }
 
 TEST(PixmapTest, TranslucentInkWeakensTheCoverage)
