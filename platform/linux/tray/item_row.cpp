@@ -10,6 +10,9 @@ namespace {
 /// The side of a tray icon at scale 1. Hosts show a picture of just their size unscaled.
 constexpr int kTilePoints = 22;
 
+/// The side of an icon with a label at scale 1.
+constexpr int kGlyphPoints = 16;
+
 /// Between two readings in a label.
 constexpr std::string_view kLabelSeparator = " \u00b7 ";
 
@@ -145,8 +148,8 @@ void ItemRow::drawLabelled(const StatusPicture& picture)
     for (Place& place : m_places) {
         StatusNotifierItem& item = *place.item;
         item.setPixmapCount(2);
-        drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, kTilePoints); });
-        drawInto(item, 1, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, 2 * kTilePoints); });
+        drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, kGlyphPoints); });
+        drawInto(item, 1, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, 2 * kGlyphPoints); });
         item.setLabel(m_label);
     }
 }

@@ -52,8 +52,6 @@ const sd_bus_vtable StatusNotifierItem::kInterface[] = {
     SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", noPixmap, 0, SD_BUS_VTABLE_PROPERTY_EXPLICIT),
     SD_BUS_PROPERTY("AttentionMovieName", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_EXPLICIT),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", toolTip, 0, 0),
-    SD_BUS_PROPERTY("XAyatanaLabel", "s", label, 0, 0),
-    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_EXPLICIT),
     SD_BUS_METHOD("Activate", "ii", "", activate, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("SecondaryActivate", "ii", "", activate, SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_METHOD("ContextMenu", "ii", "", contextMenu, SD_BUS_VTABLE_UNPRIVILEGED),
@@ -64,6 +62,13 @@ const sd_bus_vtable StatusNotifierItem::kInterface[] = {
     SD_BUS_SIGNAL("NewToolTip", "", 0),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewStatus", "s", 0),
+    SD_BUS_VTABLE_END,
+};
+
+const sd_bus_vtable StatusNotifierItem::kLabelInterface[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_PROPERTY("XAyatanaLabel", "s", label, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_EXPLICIT),
     SD_BUS_SIGNAL("XAyatanaNewLabel", "ss", 0),
     SD_BUS_VTABLE_END,
 };

@@ -25,6 +25,11 @@ StatusNotifierItem::StatusNotifierItem(
     sd_bus_slot* slot = nullptr;
     sd_bus_add_object_vtable(m_connection.bus(), &slot, kPath, kInterfaceName, kInterface, this);
     m_object.reset(slot);
+    if (m_profile.drawing != ItemDrawing::Labelled)
+        return;
+    slot = nullptr;
+    sd_bus_add_object_vtable(m_connection.bus(), &slot, kPath, kInterfaceName, kLabelInterface, this);
+    m_labelObject.reset(slot);
 }
 
 void StatusNotifierItem::setPixmapCount(std::size_t count)

@@ -59,6 +59,11 @@ public:
 private:
     static constexpr const char* kInterfaceName = "org.kde.StatusNotifierItem";
     static const sd_bus_vtable kInterface[];
+
+    /// The same interface's part for hosts that show a label. Others must not find it: MATE leaves
+    /// the icon out for an item that has a label, be it an empty one.
+    static const sd_bus_vtable kLabelInterface[];
+
     using Text = const char*;
 
     static int constantText(
@@ -102,6 +107,7 @@ private:
     std::function<void(const char*)> m_tokenHandler;
     BusSlot m_registration;
     BusSlot m_object;
+    BusSlot m_labelObject;
 };
 
 } // namespace amperly

@@ -52,7 +52,7 @@ TEST_F(LinuxStatusItemTest, AllPropertiesComeAtOnce)
     startOn("waybar");
     EXPECT_THAT(panel->propertyNames(onlyItem()),
         IsSupersetOf({"Category", "Id", "Title", "Status", "ItemIsMenu", "Menu", "IconName", "IconPixmap",
-            "IconThemePath", "ToolTip", "IconAccessibleDesc", "XAyatanaLabel"}));
+            "IconThemePath", "ToolTip", "IconAccessibleDesc"}));
 }
 
 TEST_F(LinuxStatusItemTest, WhatTheItemNeverHasIsToldOnlyToThoseWhoAskForIt)
@@ -276,10 +276,28 @@ TEST_F(LinuxStatusItemTest, GnomeGetsTheGlyphWithTheReadingsBesideIt)
     EXPECT_EQ(panel->pixmaps(name).front().bytes[0], FakePicture::kGlyph);
 }
 
-TEST_F(LinuxStatusItemTest, NobodyElseGetsALabel)
+TEST_F(LinuxStatusItemTest, GlyphIsOfTheSizeThatGnomeShowsUnscaled)
+{
+    startOn("gnome-shell");
+    const std::vector<test::Pixmap> glyphs = panel->pixmaps(onlyItem());
+    ASSERT_EQ(glyphs.size(), 2U);
+    EXPECT_EQ(glyphs[0].width, 16);
+    EXPECT_EQ(glyphs[1].width, 32);
+}
+
+TEST_F(LinuxStatusItemTest, OnlyGnomeFindsALabel)
+{
+    startOn("gnome-shell");
+    EXPECT_THAT(panel->propertyNames(onlyItem()), Contains("XAyatanaLabel"));
+}
+
+TEST_F(LinuxStatusItemTest, NobodyElseFindsALabelWhichMateShowsInsteadOfTheIcon)
 {
     startOn("mate-panel");
-    EXPECT_EQ(panel->textProperty(onlyItem(), "XAyatanaLabel"), "");
+    const std::vector<std::string> names = panel->propertyNames(onlyItem());
+    EXPECT_THAT(names, Contains("IconPixmap"));
+    EXPECT_THAT(names, Not(Contains("XAyatanaLabel")));
+    EXPECT_THAT(names, Not(Contains("XAyatanaLabelGuide")));
 }
 
 TEST_F(LinuxStatusItemTest, ChangedReadingIsSaidAsALabelOnGnome)
