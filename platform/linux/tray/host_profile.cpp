@@ -32,6 +32,7 @@ constexpr HostProfile kLxqt{
 constexpr HostProfile kPlasma{
     .drawing = ItemDrawing::Tiles,
     .ink = PanelInk::Palette,
+    .sortsByTitle = true,
     .globalCoordinates = true,
 };
 

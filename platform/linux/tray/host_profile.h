@@ -40,6 +40,9 @@ struct HostProfile {
     /// The item that registered last stands first.
     bool lastRegisteredFirst = false;
 
+    /// Items stand in the order of their titles, those of the same title in any order.
+    bool sortsByTitle = false;
+
     /// The host scales its largest pixmap down, however well a smaller one would fit.
     bool takesLargestPixmap = false;
 

@@ -49,6 +49,8 @@ ItemRow::Place ItemRow::openPlace()
         if (m_tokenHandler)
             m_tokenHandler(token);
     });
+    if (m_profile.sortsByTitle && !m_places.empty())
+        place.item->setTitle("Amperly " + std::to_string(m_places.size() + 1));
     place.item->setTexts(m_toolTip, m_spokenLabel);
     place.connection->onClosed([this] {
         if (m_closedHandler)

@@ -26,7 +26,6 @@ struct ConstantText {
 constexpr std::array kConstantTexts{
     ConstantText{"Category", "Hardware"},
     ConstantText{"Id", "amperly"},
-    ConstantText{"Title", "Amperly"},
     ConstantText{"Status", "Active"},
 };
 
@@ -36,7 +35,7 @@ const sd_bus_vtable StatusNotifierItem::kInterface[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_PROPERTY("Category", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Id", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Title", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("Title", "s", title, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Status", "s", constantText, 0, 0),
     SD_BUS_PROPERTY("WindowId", "i", windowId, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("ItemIsMenu", "b", itemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
@@ -82,6 +81,11 @@ int StatusNotifierItem::constantText(
             value = constant.value;
     }
     return sd_bus_message_append(reply, "s", value);
+}
+
+int StatusNotifierItem::title(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "s", itemAt(self).m_title.c_str());
 }
 
 int StatusNotifierItem::menuPath(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)

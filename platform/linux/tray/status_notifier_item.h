@@ -25,6 +25,9 @@ public:
     StatusNotifierItem(const StatusNotifierItem&) = delete;
     StatusNotifierItem& operator=(const StatusNotifierItem&) = delete;
 
+    /// The item's name, "Amperly" unless said otherwise. To be said before it registers.
+    void setTitle(std::string title) { m_title = std::move(title); }
+
     // Each of these takes note of what differs from before; publish() then tells the host.
 
     /// How many sizes of the picture there are. The host chooses among them.
@@ -68,6 +71,7 @@ private:
 
     static int constantText(
         sd_bus*, Text, Text, Text property, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int title(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
     static int menuPath(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
     static int itemIsMenu(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
     static int windowId(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
@@ -90,6 +94,7 @@ private:
     const HostProfile m_profile;
     const std::string m_menuPath;
 
+    std::string m_title = "Amperly";
     std::vector<CoverageMask> m_pixmaps;
     Ink m_ink;
     std::optional<std::string> m_toolTip;

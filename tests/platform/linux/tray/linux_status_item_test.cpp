@@ -210,6 +210,24 @@ TEST_F(LinuxStatusItemTest, OtherInkRepaintsWithoutDrawing)
     EXPECT_EQ(picture.drawings, drawings);
 }
 
+TEST_F(LinuxStatusItemTest, TitlesPutTheTilesInOrderOnPlasma)
+{
+    picture = FakePicture({"1", "22", "333"});
+    startOn("plasmashell");
+    ASSERT_TRUE(panel->sees(3));
+    EXPECT_EQ(panel->textProperty(panel->items()[0], "Title"), "Amperly");
+    EXPECT_EQ(panel->textProperty(panel->items()[1], "Title"), "Amperly 2");
+    EXPECT_EQ(panel->textProperty(panel->items()[2], "Title"), "Amperly 3");
+}
+
+TEST_F(LinuxStatusItemTest, TilesAreOfOneTitleWhereNobodySortsThem)
+{
+    picture = FakePicture({"1", "22"});
+    startOn("lxqt-panel");
+    ASSERT_TRUE(panel->sees(2));
+    EXPECT_EQ(panel->textProperty(panel->items()[1], "Title"), "Amperly");
+}
+
 TEST_F(LinuxStatusItemTest, SquareHostGetsATileForEachReadingInReadingOrder)
 {
     picture = FakePicture({"1", "22", "333"});
