@@ -91,7 +91,9 @@ class X11Desktop(Session):
 
     def close_window(self, window):
         """Asks a window to close, as its user does."""
-        self.run("xdotool", "windowactivate", "--sync", window.number, "key", "alt+F4")
+        # Active is what the window manager calls it; keys arrive from when it has the focus.
+        self.run("xdotool", "windowactivate", "--sync", window.number,
+                 "windowfocus", "--sync", window.number, "key", "alt+F4")
 
     def _places(self):
         """Every window by its number, seen or not."""
