@@ -133,6 +133,23 @@ class StatusItemInXfce(InXfce, StatusItem):
         self.amperly.wait_until_registered(3)
         self.eventually(lambda: len(self.desktop.settle().ink_groups(gap=3)) >= 3, "three tiles")
 
+    def test_tile_that_comes_back_stands_where_it_stood(self):
+        self.on_battery()
+        self.start()
+        self.amperly.wait_until_registered(2)
+        both = self.desktop.settle()
+        write_preferences(self.desktop, macStyle="hidden", updateInterval=60, smoothing=False)
+        self.amperly.wait_until_registered(1)
+        self.eventually(lambda: self.ink_width(self.desktop.settle()) < 0.75 * self.ink_width(both),
+                        "the tile to leave the panel")
+        write_preferences(self.desktop, updateInterval=60, smoothing=False)
+        self.amperly.wait_until_registered(2)
+        self.eventually(lambda: self.desktop.settle() == both, "both tiles as they were")
+
+    def ink_width(self, picture):
+        columns = picture.ink_columns(self.desktop.panel_colour)
+        return columns[-1] - columns[0] + 1
+
 
 class StatusItemInWaybar(InWaybar, StatusItem):
     """The bar shows a picture as wide as it is."""

@@ -111,11 +111,11 @@ def registered_items(bus):
 
 
 def items_of(bus, process):
-    """The registered items of the process with this id."""
+    """The registered items of the process with this id that are there to be seen."""
     items = []
     for item in registered_items(bus):
         try:
-            if item.process() == process:
+            if item.process() == process and item.property("Status") != "Passive":
                 items.append(item)
         except DesktopError:  # the item left just now
             continue

@@ -17,6 +17,7 @@ constexpr HostProfile kXfce{
     .ink = PanelInk::ColourScheme,
     .toolTip = ToolTipText::PlainThenMarkup,
     .lastRegisteredFirst = true,
+    .takesSeveralOfAConnection = true,
     .takesLargestPixmap = true,
     .asksForEverything = true,
     .globalCoordinates = true,

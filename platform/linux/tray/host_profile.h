@@ -40,6 +40,10 @@ struct HostProfile {
     /// The item that registered last stands first.
     bool lastRegisteredFirst = false;
 
+    /// Items of one connection are told apart by their paths. Elsewhere each needs a connection of
+    /// its own.
+    bool takesSeveralOfAConnection = false;
+
     /// Items stand in the order of their titles, those of the same title in any order.
     bool sortsByTitle = false;
 

@@ -1,5 +1,6 @@
 #include "platform/linux/tray/item_row.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -29,18 +30,37 @@ ItemRow::ItemRow(const HostProfile& profile, std::string busAddress, ExportedMen
 {
 }
 
+std::shared_ptr<ItemRow::Line> ItemRow::openLine()
+{
+    auto line = std::make_shared<Line>();
+    line->connection = BusConnection::open(m_busAddress);
+    if (!line->connection)
+        return nullptr;
+    if (m_menu.menu) {
+        line->menu
+            = std::make_unique<DbusMenu>(*line->connection, *m_menu.menu, *m_menu.opening, m_menu.leading);
+    }
+    line->connection->onClosed([this] {
+        if (m_closedHandler)
+            m_closedHandler();
+    });
+    return line;
+}
+
 ItemRow::Place ItemRow::openPlace()
 {
     Place place;
-    place.connection = BusConnection::open(m_busAddress);
-    if (!place.connection)
-        return place;
-    if (m_menu.menu) {
-        place.menu
-            = std::make_unique<DbusMenu>(*place.connection, *m_menu.menu, *m_menu.opening, m_menu.leading);
+    std::string path = StatusNotifierItem::kPath;
+    if (m_profile.takesSeveralOfAConnection && !m_places.empty()) {
+        place.line = m_places.front().line;
+        path += '/' + std::to_string(m_places.size() + 1);
+    } else {
+        place.line = openLine();
     }
+    if (!place.line)
+        return place;
     place.item = std::make_unique<StatusNotifierItem>(
-        *place.connection, m_profile, m_menu.menu ? DbusMenu::kPath : "");
+        *place.line->connection, m_profile, std::move(path), m_menu.menu ? DbusMenu::kPath : "");
     place.item->onClick([this](const StatusClick& click) {
         if (m_clickHandler)
             m_clickHandler(click);
@@ -52,10 +72,6 @@ ItemRow::Place ItemRow::openPlace()
     if (m_profile.sortsByTitle && !m_places.empty())
         place.item->setTitle("Amperly " + std::to_string(m_places.size() + 1));
     place.item->setTexts(m_toolTip, m_spokenLabel);
-    place.connection->onClosed([this] {
-        if (m_closedHandler)
-            m_closedHandler();
-    });
     return place;
 }
 
@@ -63,6 +79,28 @@ void ItemRow::resize(std::size_t count)
 {
     // From the end, where the order of the others does not depend on it: the reading that an item
     // shows follows from its place.
+    if (m_profile.takesSeveralOfAConnection)
+        hideBeyond(count);
+    else
+        closeBeyond(count);
+    while (m_places.size() < count) {
+        Place place = openPlace();
+        if (!place.line)
+            break;
+        m_places.push_back(std::move(place));
+    }
+    m_count = std::min(count, m_places.size());
+}
+
+void ItemRow::hideBeyond(std::size_t count)
+{
+    // Hosts take an item for gone when its connection is, and the others still need that.
+    for (std::size_t index = 0; index < m_places.size(); ++index)
+        m_places[index].item->setShown(index < count);
+}
+
+void ItemRow::closeBeyond(std::size_t count)
+{
     while (m_places.size() > count) {
         m_places.back().item->forgetWatcher();
         m_retired.push_back(std::move(m_places.back()));
@@ -70,12 +108,6 @@ void ItemRow::resize(std::size_t count)
         if (m_retired.size() == 1)
             QMetaObject::invokeMethod(
                 &m_context, [this] { m_retired.clear(); }, Qt::QueuedConnection);
-    }
-    while (m_places.size() < count) {
-        Place place = openPlace();
-        if (!place.connection)
-            return;
-        m_places.push_back(std::move(place));
     }
 }
 
@@ -126,7 +158,7 @@ void ItemRow::drawTiles(const StatusPicture& picture, double scale)
                 m_sizes.push_back(other);
         }
     }
-    const int last = static_cast<int>(m_places.size()) - 1;
+    const int last = static_cast<int>(m_count) - 1;
     for (int place = 0; place <= last; ++place) {
         const int reading = m_profile.lastRegisteredFirst ? last - place : place;
         StatusNotifierItem& item = *m_places[static_cast<std::size_t>(place)].item;

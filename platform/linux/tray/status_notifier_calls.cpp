@@ -26,7 +26,6 @@ struct ConstantText {
 constexpr std::array kConstantTexts{
     ConstantText{"Category", "Hardware"},
     ConstantText{"Id", "amperly"},
-    ConstantText{"Status", "Active"},
 };
 
 } // namespace
@@ -36,7 +35,7 @@ const sd_bus_vtable StatusNotifierItem::kInterface[] = {
     SD_BUS_PROPERTY("Category", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Id", "s", constantText, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Title", "s", title, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Status", "s", constantText, 0, 0),
+    SD_BUS_PROPERTY("Status", "s", status, 0, 0),
     SD_BUS_PROPERTY("WindowId", "i", windowId, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("ItemIsMenu", "b", itemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Menu", "o", menuPath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
@@ -81,6 +80,11 @@ int StatusNotifierItem::constantText(
             value = constant.value;
     }
     return sd_bus_message_append(reply, "s", value);
+}
+
+int StatusNotifierItem::status(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)
+{
+    return sd_bus_message_append(reply, "s", itemAt(self).statusText());
 }
 
 int StatusNotifierItem::title(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*)

@@ -19,17 +19,22 @@ bool replace(Kept& kept, const Given& given)
 } // namespace
 
 StatusNotifierItem::StatusNotifierItem(
-    BusConnection& connection, const HostProfile& profile, std::string menuPath)
-    : m_connection(connection), m_profile(profile), m_menuPath(std::move(menuPath))
+    BusConnection& connection, const HostProfile& profile, std::string path, std::string menuPath)
+    : m_connection(connection), m_profile(profile), m_path(std::move(path)), m_menuPath(std::move(menuPath))
 {
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(m_connection.bus(), &slot, kPath, kInterfaceName, kInterface, this);
+    sd_bus_add_object_vtable(m_connection.bus(), &slot, m_path.c_str(), kInterfaceName, kInterface, this);
     m_object.reset(slot);
     if (m_profile.drawing != ItemDrawing::Labelled)
         return;
     slot = nullptr;
-    sd_bus_add_object_vtable(m_connection.bus(), &slot, kPath, kInterfaceName, kLabelInterface, this);
+    sd_bus_add_object_vtable(m_connection.bus(), &slot, m_path.c_str(), kInterfaceName, kLabelInterface, this);
     m_labelObject.reset(slot);
+}
+
+void StatusNotifierItem::setShown(bool shown)
+{
+    m_shownChanged |= replace(m_shown, shown);
 }
 
 void StatusNotifierItem::setPixmapCount(std::size_t count)
@@ -69,27 +74,33 @@ void StatusNotifierItem::setLabel(std::string_view label)
 
 void StatusNotifierItem::publish()
 {
+    const bool shown = std::exchange(m_shownChanged, false);
     const bool picture = std::exchange(m_pictureChanged, false);
     const bool toolTip = std::exchange(m_toolTipChanged, false);
     const bool spoken = std::exchange(m_spokenChanged, false);
     const bool label = std::exchange(m_labelChanged, false);
     if (!m_registered || !m_connection.isOpen())
         return;
+    if (shown) {
+        sd_bus_emit_signal(
+            m_connection.bus(), m_path.c_str(), kInterfaceName, "NewStatus", "s", statusText());
+        m_connection.settle();
+    }
     if (picture)
-        m_connection.emitSignal(kPath, kInterfaceName, "NewIcon");
+        m_connection.emitSignal(m_path.c_str(), kInterfaceName, "NewIcon");
     const bool fetchedAnyway = picture && m_profile.asksForEverything;
     if (toolTip && !fetchedAnyway && m_profile.toolTip != ToolTipText::None)
-        m_connection.emitSignal(kPath, kInterfaceName, "NewToolTip");
+        m_connection.emitSignal(m_path.c_str(), kInterfaceName, "NewToolTip");
     if (m_profile.drawing != ItemDrawing::Labelled)
         return;
     if (label) {
         sd_bus_emit_signal(
-            m_connection.bus(), kPath, kInterfaceName, "XAyatanaNewLabel", "ss", m_label.c_str(), "");
+            m_connection.bus(), m_path.c_str(), kInterfaceName, "XAyatanaNewLabel", "ss", m_label.c_str(), "");
     }
     // The label's host reads the spoken description too, and there is no signal for it.
     if (spoken) {
         sd_bus_emit_properties_changed(
-            m_connection.bus(), kPath, kInterfaceName, "IconAccessibleDesc", nullptr);
+            m_connection.bus(), m_path.c_str(), kInterfaceName, "IconAccessibleDesc", nullptr);
     }
     m_connection.settle();
 }
@@ -101,7 +112,8 @@ void StatusNotifierItem::registerWith(const std::string& watcher, std::function<
     m_registered = true;
     sd_bus_slot* slot = nullptr;
     sd_bus_call_method_async(m_connection.bus(), &slot, watcher.c_str(), "/StatusNotifierWatcher",
-        "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem", registered, this, "s", kPath);
+        "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem", registered, this, "s",
+        m_path.c_str());
     m_registration.reset(slot);
     m_connection.settle();
 }

@@ -19,9 +19,10 @@ class StatusNotifierItem {
 public:
     static constexpr const char* kPath = "/StatusNotifierItem";
 
-    /// Exports an item on `connection`, which must outlive it. `menuPath` is where the same
-    /// connection exports the menu; empty for none.
-    StatusNotifierItem(BusConnection& connection, const HostProfile& profile, std::string menuPath);
+    /// Exports an item at `path` of `connection`, which must outlive it. `menuPath` is where the
+    /// same connection exports the menu; empty for none.
+    StatusNotifierItem(
+        BusConnection& connection, const HostProfile& profile, std::string path, std::string menuPath);
     StatusNotifierItem(const StatusNotifierItem&) = delete;
     StatusNotifierItem& operator=(const StatusNotifierItem&) = delete;
 
@@ -29,6 +30,9 @@ public:
     void setTitle(std::string title) { m_title = std::move(title); }
 
     // Each of these takes note of what differs from before; publish() then tells the host.
+
+    /// Shown at first. A hidden item stays registered and keeps its place among the others.
+    void setShown(bool shown);
 
     /// How many sizes of the picture there are. The host chooses among them.
     void setPixmapCount(std::size_t count);
@@ -71,6 +75,7 @@ private:
 
     static int constantText(
         sd_bus*, Text, Text, Text property, sd_bus_message* reply, void* self, sd_bus_error*);
+    static int status(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
     static int title(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
     static int menuPath(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
     static int itemIsMenu(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
@@ -88,10 +93,12 @@ private:
     static int provideToken(sd_bus_message* call, void* self, sd_bus_error*);
     static int registered(sd_bus_message* reply, void* self, sd_bus_error*);
 
+    [[nodiscard]] const char* statusText() const { return m_shown ? "Active" : "Passive"; }
     int click(sd_bus_message* call, ClickButton button, bool hasPlace);
 
     BusConnection& m_connection;
     const HostProfile m_profile;
+    const std::string m_path;
     const std::string m_menuPath;
 
     std::string m_title = "Amperly";
@@ -101,6 +108,9 @@ private:
     std::string m_spokenLabel;
     std::string m_label;
 
+    bool m_shown = true;
+
+    bool m_shownChanged = false;
     bool m_pictureChanged = false;
     bool m_toolTipChanged = false;
     bool m_spokenChanged = false;

@@ -2,8 +2,10 @@
 
 #include "tests/support/run_until.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string_view>
 #include <utility>
 
 namespace amperly::test {
@@ -17,6 +19,17 @@ constexpr const char* kItemInterface = "org.kde.StatusNotifierItem";
 constexpr const char* kMenuPath = "/MenuBar";
 constexpr const char* kMenuInterface = "com.canonical.dbusmenu";
 constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
+
+/// The parts of an item's address.
+std::string busName(const std::string& item)
+{
+    return item.substr(0, item.find('/'));
+}
+
+const char* itemPath(const std::string& item)
+{
+    return item.c_str() + item.find('/');
+}
 
 FakePanel& panelAt(void* self)
 {
@@ -82,9 +95,9 @@ FakePanel::FakePanel(const std::string& address, bool hasHost)
         sd_bus_add_match_async(bus, &match, rule, signalArrived, nullptr, this);
         kept.reset(match);
     };
-    listen("type='signal',path='/StatusNotifierItem',interface='org.kde.StatusNotifierItem'", m_itemSignals);
+    listen("type='signal',path_namespace='/StatusNotifierItem',interface='org.kde.StatusNotifierItem'", m_itemSignals);
     listen("type='signal',path='/MenuBar'", m_menuSignals);
-    listen("type='signal',path='/StatusNotifierItem',interface='org.freedesktop.DBus.Properties'",
+    listen("type='signal',path_namespace='/StatusNotifierItem',interface='org.freedesktop.DBus.Properties'",
         m_propertySignals);
     EXPECT_GE(sd_bus_request_name(bus, kWatcherName, 0), 0);
     m_connection->settle();
@@ -94,8 +107,8 @@ int FakePanel::registerItem(sd_bus_message* call, void* self, sd_bus_error*)
 {
     const char* service = nullptr;
     sd_bus_message_read(call, "s", &service);
-    EXPECT_STREQ(service, kItemPath);
-    panelAt(self).m_items.emplace_back(sd_bus_message_get_sender(call));
+    EXPECT_THAT(service, testing::StartsWith(kItemPath));
+    panelAt(self).m_items.push_back(std::string(sd_bus_message_get_sender(call)) + service);
     return sd_bus_reply_method_return(call, nullptr);
 }
 
@@ -107,7 +120,10 @@ int FakePanel::hasHostProperty(
 
 int FakePanel::signalArrived(sd_bus_message* signal, void* self, sd_bus_error*)
 {
-    panelAt(self).m_heard.push_back({sd_bus_message_get_sender(signal), sd_bus_message_get_member(signal)});
+    const std::string_view path = sd_bus_message_get_path(signal);
+    panelAt(self).m_heard.push_back(
+        {std::string(sd_bus_message_get_sender(signal)).append(path == kMenuPath ? kItemPath : path),
+            sd_bus_message_get_member(signal)});
     return 0;
 }
 
@@ -126,7 +142,7 @@ bool FakePanel::sees(std::size_t items)
 bool FakePanel::isThere(const std::string& item)
 {
     const BusMessage reply = ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-        "NameHasOwner", [&](sd_bus_message* call) { sd_bus_message_append(call, "s", item.c_str()); });
+        "NameHasOwner", [&](sd_bus_message* call) { sd_bus_message_append(call, "s", busName(item).c_str()); });
     int owned = 0;
     sd_bus_message_read(reply.get(), "b", &owned);
     return owned != 0;
@@ -137,7 +153,7 @@ std::vector<Heard> FakePanel::heard()
     // Each item answers after all that it sent before: its answer is the end of the line.
     for (const std::string& item : m_items) {
         if (isThere(item))
-            static_cast<void>(ask(item, kItemPath, "org.freedesktop.DBus.Peer", "Ping"));
+            static_cast<void>(ask(item, itemPath(item), "org.freedesktop.DBus.Peer", "Ping"));
     }
     return std::exchange(m_heard, {});
 }
@@ -151,7 +167,8 @@ BusMessage FakePanel::ask(const std::string& item, const char* path, const char*
     } answer;
     sd_bus_message* message = nullptr;
     EXPECT_GE(
-        sd_bus_message_new_method_call(m_connection->bus(), &message, item.c_str(), path, interface, member),
+        sd_bus_message_new_method_call(m_connection->bus(), &message, busName(item).c_str(), path,
+                  interface, member),
         0);
     const BusMessage call(message);
     if (append)
@@ -175,7 +192,7 @@ BusMessage FakePanel::ask(const std::string& item, const char* path, const char*
 
 BusMessage FakePanel::property(const std::string& item, const char* name)
 {
-    BusMessage reply = ask(item, kItemPath, kProperties, "Get",
+    BusMessage reply = ask(item, itemPath(item), kProperties, "Get",
         [&](sd_bus_message* call) { sd_bus_message_append(call, "ss", kItemInterface, name); });
     EXPECT_TRUE(reply) << name;
     const char* contents = nullptr;
@@ -227,7 +244,7 @@ ToolTip FakePanel::toolTip(const std::string& item)
 
 std::vector<std::string> FakePanel::propertyNames(const std::string& item)
 {
-    const BusMessage reply = ask(item, kItemPath, kProperties, "GetAll",
+    const BusMessage reply = ask(item, itemPath(item), kProperties, "GetAll",
         [](sd_bus_message* call) { sd_bus_message_append(call, "s", kItemInterface); });
     std::vector<std::string> names;
     sd_bus_message_enter_container(reply.get(), 'a', "{sv}");
@@ -243,7 +260,7 @@ std::vector<std::string> FakePanel::propertyNames(const std::string& item)
 
 void FakePanel::click(const std::string& item, const char* member, int x, int y)
 {
-    EXPECT_TRUE(ask(item, kItemPath, kItemInterface, member,
+    EXPECT_TRUE(ask(item, itemPath(item), kItemInterface, member,
         [&](sd_bus_message* call) { sd_bus_message_append(call, "ii", x, y); }));
 }
 

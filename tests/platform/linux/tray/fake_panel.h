@@ -11,9 +11,9 @@
 
 namespace amperly::test {
 
-/// What arrived from an item.
+/// What arrived from an item. A menu speaks for the first item of its connection.
 struct Heard {
-    std::string sender;
+    std::string item;
     std::string member;
     friend bool operator==(const Heard&, const Heard&) = default;
 };
@@ -62,10 +62,11 @@ public:
     /// Waits until so many items are registered in all.
     [[nodiscard]] bool sees(std::size_t items);
 
-    /// The items' names on the bus, in the order in which they registered.
+    /// The items' addresses, each a name on the bus and the path behind it, in the order in which
+    /// they registered.
     [[nodiscard]] const std::vector<std::string>& items() const { return m_items; }
 
-    /// Whether the item is on the bus still.
+    /// Whether the item's connection is on the bus still.
     [[nodiscard]] bool isThere(const std::string& item);
 
     /// Everything that items told so far, up to all that was sent before this call.

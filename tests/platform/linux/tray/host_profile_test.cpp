@@ -21,6 +21,7 @@ TEST(HostProfileTest, XfcePluginIsKnownWhateverItsNumber)
     EXPECT_EQ(hostProfile("panel-2-systray", "").drawing, ItemDrawing::Tiles);
     EXPECT_EQ(hostProfile("panel-10-systra", ""), hostProfile("panel-2-systray", "")); // cut at 15
     EXPECT_TRUE(hostProfile("panel-2-systray", "").lastRegisteredFirst);
+    EXPECT_TRUE(hostProfile("panel-2-systray", "").takesSeveralOfAConnection);
 }
 
 TEST(HostProfileTest, PlasmaKeepsTheOrderOfRegistration)

@@ -265,6 +265,35 @@ TEST_F(LinuxStatusItemTest, ReadingThatAppearsIsRegisteredInItsPlace)
     EXPECT_THAT(tileCoverages(3), ElementsAre(3, 2, 1));
 }
 
+TEST_F(LinuxStatusItemTest, HostThatTellsItemsApartByPathGetsThemFromOneConnection)
+{
+    picture = FakePicture({"1", "22"});
+    startOn("panel-2-systray");
+    ASSERT_TRUE(panel->sees(2));
+    const auto connection = [](const std::string& address) { return address.substr(0, address.find('/')); };
+    EXPECT_EQ(connection(panel->items()[0]), connection(panel->items()[1]));
+    EXPECT_NE(panel->items()[0], panel->items()[1]);
+}
+
+TEST_F(LinuxStatusItemTest, ItemOfASharedConnectionStepsAsideWithItsReadingAndComesBack)
+{
+    picture = FakePicture({"1", "22"});
+    startOn("panel-2-systray");
+    ASSERT_TRUE(panel->sees(2));
+    const std::string last = panel->items()[1];
+    static_cast<void>(panel->heard());
+    show({"22"});
+    EXPECT_THAT(panel->heard(), UnorderedElementsAre(Heard{last, "NewStatus"}));
+    EXPECT_EQ(panel->textProperty(last, "Status"), "Passive");
+    EXPECT_EQ(panel->textProperty(panel->items()[0], "Status"), "Active");
+    EXPECT_EQ(panel->pixmaps(panel->items()[0]).front().bytes[0], 2);
+    show({"333", "22"});
+    EXPECT_THAT(panel->heard(), Contains(Heard{last, "NewStatus"}));
+    EXPECT_EQ(panel->textProperty(last, "Status"), "Active");
+    EXPECT_THAT(tileCoverages(2), ElementsAre(2, 3));
+    EXPECT_TRUE(panel->sees(2)) << "registered once";
+}
+
 TEST_F(LinuxStatusItemTest, ReadingThatDisappearsLeavesTheBus)
 {
     picture = FakePicture({"1", "22"});
