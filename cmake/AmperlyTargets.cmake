@@ -10,6 +10,10 @@ if(AMPERLY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${AMPERLY_CCACHE})
 endif()
 
+# What ships is optimised as a whole: less code is touched when a tick wakes the program, which is
+# nearly all that a tick costs.
+set(CMAKE_INTERPROCEDURAL_OPTIMIZATION_RELEASE ON)
+
 add_library(amperly_options INTERFACE)
 target_include_directories(amperly_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(amperly_options INTERFACE

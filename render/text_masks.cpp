@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <utility>
@@ -58,9 +59,8 @@ std::u32string company(char32_t character)
     if (!isDigit(character))
         return std::u32string(1, character);
     const char32_t zero = character - static_cast<char32_t>(QChar::digitValue(character));
-    std::u32string digits;
-    for (char32_t digit = 0; digit < 10; ++digit)
-        digits.push_back(zero + digit);
+    std::u32string digits(10, zero);
+    std::iota(digits.begin(), digits.end(), zero);
     return digits;
 }
 
