@@ -1,0 +1,41 @@
+#include "render/look/window_colors.h"
+
+#include <gtest/gtest.h>
+
+namespace amperly {
+namespace {
+
+QPalette paletteOf(const QColor& text, const QColor& window)
+{
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Window, window);
+    return palette;
+}
+
+const QPalette kLight = paletteOf(Qt::black, Qt::white);
+const QPalette kDark = paletteOf(Qt::white, Qt::black);
+
+TEST(WindowColorsTest, DesktopIsDarkWhereTextIsLighterThanItsGround)
+{
+    EXPECT_FALSE(isDark(kLight));
+    EXPECT_TRUE(isDark(kDark));
+}
+
+TEST(WindowColorsTest, BlendGoesFromTheBackToTheFront)
+{
+    EXPECT_EQ(blended(Qt::white, Qt::black, 0.0).rgb(), QColor(Qt::black).rgb());
+    EXPECT_EQ(blended(Qt::white, Qt::black, 1.0).rgb(), QColor(Qt::white).rgb());
+    EXPECT_NEAR(blended(Qt::white, Qt::black, 0.25).red(), 64, 1);
+}
+
+TEST(WindowColorsTest, SecondaryTextStandsBetweenTextAndSeparatorOnLightAndDark)
+{
+    EXPECT_GT(secondaryColor(kLight).lightness(), 0);
+    EXPECT_LT(secondaryColor(kLight).lightness(), separatorColor(kLight).lightness());
+    EXPECT_LT(secondaryColor(kDark).lightness(), 255);
+    EXPECT_GT(secondaryColor(kDark).lightness(), separatorColor(kDark).lightness());
+}
+
+} // namespace
+} // namespace amperly
