@@ -21,6 +21,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
+#include <QLocale>
 
 #include <cstdio>
 #include <cstdlib>
@@ -115,6 +116,8 @@ int runLinuxProgram(
     QApplication::setApplicationName(QString::fromUtf8(identity.name));
     QGuiApplication::setDesktopFileName(QString::fromUtf8(identity.applicationId));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/amperly/amperly.svg")));
+    // The toolkit would mirror windows only for a translation, and these texts have none.
+    QGuiApplication::setLayoutDirection(QLocale::system().textDirection());
     return run(identity, smcService, registry);
 }
 
