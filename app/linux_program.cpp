@@ -57,7 +57,8 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
         [&desktop](const std::string& line) { desktop.log(line); });
     XdgAutostart loginItem({identity.applicationId, identity.name, Installation::runningProgram().string()},
-        configFolder(), [](const std::string& program, const std::string& argument) {
+        {configFolder(), environment("XDG_CURRENT_DESKTOP")},
+        [](const std::string& program, const std::string& argument) {
             return argument.empty() ? startDetached({program}) : startDetached({program, argument});
         });
 

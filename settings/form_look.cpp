@@ -142,9 +142,4 @@ void drawFocus(QPainter& painter, const QWidget& control, const QRectF& area, do
     painter.drawRoundedRect(area.adjusted(-away, -away, away, away), corner + away, corner + away);
 }
 
-int textDirection(const QString& text)
-{
-    return text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
-}
-
 } // namespace amperly

@@ -69,8 +69,4 @@ void drawPlate(QPainter& painter, const QRectF& area, double corner, const QColo
 /// where the user works by keyboard.
 void drawFocus(QPainter& painter, const QWidget& control, const QRectF& area, double corner);
 
-/// In which direction a text runs by itself, as a flag for drawing: fixed English keeps its full
-/// stop at its end in a form that is mirrored.
-[[nodiscard]] int textDirection(const QString& text);
-
 } // namespace amperly

@@ -31,13 +31,18 @@ FormRow::FormRow(QWidget* leading, QWidget* trailing, int trailingRoom)
 {
     setMinimumHeight(kForm.rowHeight);
     auto* const layout = new QHBoxLayout(this);
-    layout->setContentsMargins(kForm.inset, 0, kForm.inset - trailingRoom, 0); // mirrored with the layout
-    layout->setSpacing(kForm.inset);
+    // Margins would not be mirrored in a mirrored form; what stands in a row is.
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addSpacing(kForm.inset);
     if (leading != nullptr)
         layout->addWidget(leading);
     layout->addStretch();
-    if (trailing != nullptr)
+    if (trailing != nullptr) {
+        layout->addSpacing(kForm.inset);
         layout->addWidget(trailing);
+    }
+    layout->addSpacing(kForm.inset - trailingRoom);
 }
 
 void FormRow::mouseReleaseEvent(QMouseEvent* event)

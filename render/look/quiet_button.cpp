@@ -1,5 +1,6 @@
 #include "render/look/quiet_button.h"
 
+#include "render/look/text_style.h"
 #include "render/look/window_colors.h"
 
 #include <QKeyEvent>
@@ -58,7 +59,7 @@ void QuietButton::paintEvent(QPaintEvent*)
         painter.drawRoundedRect(area, kLook.corner, kLook.corner);
     }
     painter.setPen(words);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic | textDirection(text()), text());
 }
 
 void QuietButton::enterEvent(QEnterEvent* event)

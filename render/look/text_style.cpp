@@ -37,4 +37,9 @@ QFont sizedFont(int points, QFont::Weight weight)
     return font;
 }
 
+int textDirection(const QString& text)
+{
+    return text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;
+}
+
 } // namespace amperly

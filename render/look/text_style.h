@@ -1,4 +1,4 @@
-// The sizes of text in the program's own windows, all in the desktop's own font.
+// Text in the program's own windows: its sizes, all in the desktop's own font, and its direction.
 #pragma once
 
 #include <QFont>
@@ -12,5 +12,9 @@ enum class TextStyle { Body, Callout, Caption, Caption2 };
 
 /// The desktop's font at a size of its own, in points of the screen.
 [[nodiscard]] QFont sizedFont(int points, QFont::Weight weight);
+
+/// In which direction a text runs by itself, as a flag for drawing: fixed English keeps its full
+/// stop at its end in a window that is mirrored.
+[[nodiscard]] int textDirection(const QString& text);
 
 } // namespace amperly
