@@ -2,10 +2,12 @@
 
 #include "render/look/window_colors.h"
 
+#include <QImage>
 #include <QPainter>
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 namespace amperly {
 
@@ -13,6 +15,7 @@ namespace {
 
 /// Shares of the text's colour over what it stands on.
 struct Shares {
+    double secondary;
     double card;
     double cardEdge;
     double separator;
@@ -27,7 +30,8 @@ struct Shares {
     double segmentEdge;
 };
 // Found by eye. On dark windows more is needed for the same difference.
-constexpr Shares kOnLight{.card = 0.0,
+constexpr Shares kOnLight{.secondary = 0.6,
+    .card = 0.0,
     .cardEdge = 0.11,
     .separator = 0.09,
     .field = 0.02,
@@ -39,7 +43,8 @@ constexpr Shares kOnLight{.card = 0.0,
     .offEdge = 0.28,
     .segment = 0.0,
     .segmentEdge = 0.2};
-constexpr Shares kOnDark{.card = 0.055,
+constexpr Shares kOnDark{.secondary = 0.7,
+    .card = 0.055,
     .cardEdge = 0.1,
     .separator = 0.1,
     .field = 0.1,
@@ -65,10 +70,10 @@ FormColors FormColors::of(const QPalette& palette)
 
     FormColors colors;
     colors.text = text;
-    colors.secondary = secondaryColor(palette);
     // Cards are lighter than the window: on light desktops the ground of lists and fields is.
     colors.card = dark ? blended(text, window, shares.card) : role(QPalette::Base);
     const auto onCard = [&](double share) { return blended(text, colors.card, share); };
+    colors.secondary = onCard(shares.secondary);
     colors.cardEdge = blended(text, window, shares.cardEdge);
     colors.separator = onCard(shares.separator);
     colors.field = onCard(shares.field);
@@ -118,9 +123,23 @@ bool isHighContrast(const QPalette& palette)
         > kHigh;
 }
 
+double pixelScale(const QPainter& painter)
+{
+    return painter.deviceTransform().m11();
+}
+
+void drawOnPixels(QPainter& painter, const QPointF& center, const QImage& image)
+{
+    const QSizeF size = image.deviceIndependentSize();
+    const QTransform toPixels = painter.deviceTransform();
+    const QPointF corner = toPixels.map(center - QPointF(size.width() * 0.5, size.height() * 0.5));
+    const QPointF whole(std::round(corner.x()), std::round(corner.y()));
+    painter.drawImage(toPixels.inverted().map(whole), image);
+}
+
 void drawPlate(QPainter& painter, const QRectF& area, double corner, const QColor& fill, const QColor& edge)
 {
-    const double line = 1.0 / painter.device()->devicePixelRatio();
+    const double line = 1.0 / pixelScale(painter);
     painter.setPen(Qt::NoPen);
     painter.setBrush(edge);
     painter.drawRoundedRect(area, corner, corner);

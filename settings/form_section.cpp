@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace amperly {
 
 class FormSection::Card : public QWidget {
@@ -26,15 +28,15 @@ protected:
         const FormColors colors = FormColors::of(palette());
         drawPlate(painter, rect(), kForm.cardCorner, colors.card, colors.cardEdge);
         painter.setRenderHint(QPainter::Antialiasing, false);
-        painter.setPen(QPen(colors.separator, 0)); // one pixel at any scale
+        const double line = 1.0 / pixelScale(painter);
         bool first = true;
         for (int each = 0; each < m_rows->count(); ++each) {
             const QWidget& row = *m_rows->itemAt(each)->widget();
             if (row.isHidden())
                 continue;
             if (!std::exchange(first, false)) {
-                const double y = row.y() - 0.5;
-                painter.drawLine(QPointF(kForm.inset, y), QPointF(width() - kForm.inset, y));
+                const QRectF hairline(kForm.inset, row.y() - 0.5, width() - 2 * kForm.inset, line);
+                painter.fillRect(hairline, colors.separator);
             }
         }
     }

@@ -27,6 +27,9 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include <utility>
+#include <vector>
+
 namespace amperly {
 
 namespace {
@@ -227,7 +230,7 @@ QWidget* SettingsView::launchToggle()
         *control, [this] { return m_launchAtLogin.isOn(); },
         [this](bool on) {
             m_launchAtLogin.set(on);
-            refresh();
+            refreshIfSeen();
         });
     return new FormRow(QStringLiteral("Launch &at login"), control);
 }
@@ -286,12 +289,14 @@ void SettingsView::followChanges()
             Qt::QueuedConnection);
     });
     m_store.onDidChange([self = QPointer<SettingsView>(this)] {
-        if (self && self->isVisible())
-            self->refresh();
+        if (self)
+            self->refreshIfSeen();
     });
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive)
-            refreshLoginStatus();
+        if (state == Qt::ApplicationActive) {
+            m_launchAtLogin.readAgain();
+            refreshIfSeen();
+        }
     });
 }
 
@@ -308,15 +313,15 @@ void SettingsView::refreshPreview()
         text(StatusRenderer::accessibilityText(m_live.sample())));
 }
 
-void SettingsView::refreshLoginStatus()
+void SettingsView::refreshIfSeen()
 {
-    m_launchAtLogin.readAgain();
-    refresh();
+    // A hidden window follows nothing, and catches up when it is shown.
+    if (isVisible())
+        refresh();
 }
 
 void SettingsView::showEvent(QShowEvent* event)
 {
-    // A hidden window follows nothing, and catches up now.
     refresh();
     QWidget::showEvent(event);
 }

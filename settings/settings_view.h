@@ -53,7 +53,7 @@ private:
     void followChanges();
     void refresh();
     void refreshPreview();
-    void refreshLoginStatus();
+    void refreshIfSeen();
 
     /// Whether the unit is shown in the layout that is in use: each has its own preference.
     [[nodiscard]] const PreferenceBinding<bool>& unit() const;

@@ -1,5 +1,7 @@
 #include "settings/status_preview.h"
 
+#include "settings/form_look.h"
+
 #include <QImage>
 #include <QPainter>
 
@@ -64,18 +66,12 @@ void StatusPreview::paintEvent(QPaintEvent*)
     painter.setBrush(kPanel);
     painter.drawRoundedRect(rect(), kLook.corner, kLook.corner);
 
-    const double scale = painter.device()->devicePixelRatio();
+    const double scale = pixelScale(painter);
     CoverageMask mask;
     m_image.draw(mask, scale);
     QImage picture = inWhite(mask);
     picture.setDevicePixelRatio(scale);
-    // On whole pixels: between two, at a scale such as 1.25, everything would blur.
-    const QSizeF size = picture.deviceIndependentSize();
-    const QTransform toPixels = painter.deviceTransform();
-    const QPointF corner
-        = toPixels.map(QRectF(rect()).center() - QPointF(size.width() * 0.5, size.height() * 0.5));
-    painter.drawImage(
-        toPixels.inverted().map(QPointF(std::round(corner.x()), std::round(corner.y()))), picture);
+    drawOnPixels(painter, QRectF(rect()).center(), picture);
 }
 
 } // namespace amperly

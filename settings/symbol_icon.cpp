@@ -1,14 +1,13 @@
 #include "settings/symbol_icon.h"
 
 #include "render/look/symbol_image.h"
+#include "settings/form_look.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
-
-#include <cmath>
 
 namespace amperly {
 
@@ -24,15 +23,8 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
-        const double scale = painter->device()->devicePixelRatio();
-        const QImage image = symbolImage(m_name, kStyle, color(mode), scale);
-        const QSizeF size = image.deviceIndependentSize();
-        // On whole pixels, whatever the scale, so that its strokes stay sharp.
-        const QTransform toPixels = painter->deviceTransform();
-        const QPointF corner = QRectF(rect).center() - QPointF(size.width() * 0.5, size.height() * 0.5);
-        const QPointF pixel = toPixels.map(corner);
-        painter->drawImage(
-            toPixels.inverted().map(QPointF(std::round(pixel.x()), std::round(pixel.y()))), image);
+        drawOnPixels(
+            *painter, QRectF(rect).center(), symbolImage(m_name, kStyle, color(mode), pixelScale(*painter)));
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
