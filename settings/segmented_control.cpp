@@ -80,7 +80,8 @@ SegmentedControl::SegmentedControl(const QStringList& options)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     for (const QString& option : options)
         m_segments.push_back(new Segment(option, static_cast<int>(m_segments.size()), this));
-    setFocusProxy(m_segments.front());
+    // So that a title's letter leads here; the focus goes on to a segment.
+    setFocusPolicy(Qt::ClickFocus);
     setChoice(std::nullopt);
 }
 

@@ -98,6 +98,16 @@ TEST_F(SegmentedControlTest, TabComesToItOnce)
     EXPECT_EQ(control.focusProxy(), &segment(2));
 }
 
+TEST_F(SegmentedControlTest, TheFocusGoesOnToTheChosenSegment)
+{
+    control.setChoice(1);
+    control.activateWindow();
+    QApplication::processEvents();
+    ASSERT_NE(control.focusPolicy(), Qt::NoFocus) << "a title's letter would not lead here";
+    control.setFocus();
+    EXPECT_TRUE(segment(1).hasFocus());
+}
+
 TEST_F(SegmentedControlTest, SegmentsShareTheRoomEvenlyAndFitTheirTexts)
 {
     EXPECT_NEAR(segment(0).width(), segment(2).width(), 1);
