@@ -57,6 +57,16 @@ constexpr Shares kOnDark{.secondary = 0.7,
     .segment = 0.26,
     .segmentEdge = 0.34};
 
+/// The area whose edges are those of whole pixels, so that all four look alike at any scale.
+QRectF onPixels(const QPainter& painter, const QRectF& area)
+{
+    const QTransform toPixels = painter.deviceTransform();
+    const QRectF pixels = toPixels.mapRect(area);
+    const QPointF upperLeft(std::round(pixels.left()), std::round(pixels.top()));
+    const QPointF lowerRight(std::round(pixels.right()), std::round(pixels.bottom()));
+    return toPixels.inverted().mapRect(QRectF(upperLeft, lowerRight));
+}
+
 } // namespace
 
 FormColors FormColors::of(const QPalette& palette)
@@ -137,9 +147,10 @@ void drawOnPixels(QPainter& painter, const QPointF& center, const QImage& image)
     painter.drawImage(toPixels.inverted().map(whole), image);
 }
 
-void drawPlate(QPainter& painter, const QRectF& area, double corner, const QColor& fill, const QColor& edge)
+void drawPlate(QPainter& painter, const QRectF& wanted, double corner, const QColor& fill, const QColor& edge)
 {
     const double line = 1.0 / pixelScale(painter);
+    const QRectF area = onPixels(painter, wanted);
     painter.setPen(Qt::NoPen);
     painter.setBrush(edge);
     painter.drawRoundedRect(area, corner, corner);

@@ -240,6 +240,7 @@ QWidget* SettingsView::approvalRow()
     auto* const open = new FormButton(QStringLiteral("&Open Settings…"));
     connect(open, &FormButton::clicked, this, [this] { m_launchAtLogin.openSystemSettings(); });
     m_approval = new FormRow(secondaryLabel(QStringLiteral("Needs approval in Login Items.")), open);
+    m_approval->hide(); // before a layout has counted on it
     return m_approval;
 }
 

@@ -6,13 +6,13 @@
 #include "prefs/pref.h"
 #include "render/status_art.h"
 #include "settings/settings_view.h"
+#include "tools/desktop_palettes.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QPalette>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStyle>
 
 #include <array>
 
@@ -26,38 +26,6 @@ struct Look {
     const char* name;
     QPalette palette;
 };
-
-/// As dark desktops set the toolkit's own style up.
-QPalette darkPalette()
-{
-    QPalette palette;
-    const QColor window(0x32, 0x32, 0x34);
-    const QColor base(0x26, 0x26, 0x28);
-    const QColor text(0xf2, 0xf2, 0xf4);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, text);
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Button, window);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, window);
-    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x8e, 0xe6));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Link, QColor(0x6c, 0xb0, 0xf5));
-    return palette;
-}
-
-QPalette highContrastPalette()
-{
-    QPalette palette = darkPalette();
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, Qt::white);
-    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Button, QPalette::Base})
-        palette.setColor(role, Qt::black);
-    palette.setColor(QPalette::Highlight, QColor(0xff, 0xd6, 0x0a));
-    palette.setColor(QPalette::HighlightedText, Qt::black);
-    palette.setColor(QPalette::Link, QColor(0x8a, 0xc8, 0xff));
-    return palette;
-}
 
 class SettingsGallery {
 public:
@@ -110,8 +78,7 @@ bool writeSettingsGallery(const QString& folder, StatusArt& art)
 {
     const Injected<StatusArt> inForce(art);
     const QPalette usual = QApplication::palette();
-    const std::array looks{
-        Look{"light", QApplication::style()->standardPalette()}, Look{"dark", darkPalette()}};
+    const std::array looks{Look{"light", lightPalette()}, Look{"dark", darkPalette()}};
     bool worked = true;
     SettingsGallery gallery(folder);
     gallery.loginItem.setStatus(LoginItemStatus::Enabled);

@@ -3,6 +3,7 @@
 #include "render/look/text_style.h"
 #include "render/look/window_colors.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -22,11 +23,49 @@ constexpr QuietLook kLook;
 constexpr double kHovered = 0.07;
 constexpr double kPressed = 0.13;
 
+/// The toolkit takes every button for one that does something here.
+class SpokenLink : public QAccessibleWidget {
+public:
+    explicit SpokenLink(QuietButton& button) : QAccessibleWidget(&button, QAccessible::Link), m_button(button)
+    {
+    }
+
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        return QAccessibleWidget::actionNames() << pressAction();
+    }
+
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction())
+            m_button.click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    QuietButton& m_button;
+};
+
+QAccessibleInterface* describeLink(const QString&, QObject* object)
+{
+    auto* const button = dynamic_cast<QuietButton*>(object);
+    return button != nullptr && button->tone() == QuietButton::Tone::Link ? new SpokenLink(*button) : nullptr;
+}
+
+void describeLinksToScreenReaders()
+{
+    static const bool installed = (QAccessible::installFactory(describeLink), true);
+    static_cast<void>(installed);
+}
+
 } // namespace
 
 QuietButton::QuietButton(const QString& text, Tone tone, QWidget* parent)
     : QAbstractButton(parent), m_tone(tone)
 {
+    if (tone == Tone::Link)
+        describeLinksToScreenReaders();
     setText(text);
     setAccessibleName(text);
     setFocusPolicy(Qt::StrongFocus);

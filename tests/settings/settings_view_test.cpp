@@ -427,6 +427,16 @@ TEST_F(SettingsViewTest, OnASmallScreenTheFormScrollsToTheControlThatHasTheFocus
     EXPECT_EQ(first.visibleRegion().boundingRect(), first.rect());
 }
 
+TEST_F(SettingsViewTest, AtItsEndTheFormLeavesAsMuchRoomAsAtItsBeginning)
+{
+    open();
+    resize(420, 300);
+    QWidget& form = *scroll().widget();
+    const QAbstractButton& last = button("Reset to Defaults");
+    const int below = form.height() - last.mapTo(&form, last.rect().bottomLeft()).y();
+    EXPECT_LT(below, kForm.endMargin + kForm.rowHeight / 2);
+}
+
 TEST_F(SettingsViewTest, EverythingFitsIntoTheFormsWidth)
 {
     loginItem.setStatus(LoginItemStatus::RequiresApproval);

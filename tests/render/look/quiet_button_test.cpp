@@ -1,5 +1,8 @@
 #include "render/look/quiet_button.h"
 
+#include "tests/support/run_until.h"
+
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <gtest/gtest.h>
@@ -31,6 +34,20 @@ TEST(QuietButtonTest, ScreenReadersHearItsText)
 {
     const QuietButton button(QStringLiteral("Settings"), QuietButton::Tone::Plain);
     EXPECT_EQ(button.accessibleName(), QStringLiteral("Settings"));
+}
+
+TEST(QuietButtonTest, ScreenReadersHearALinkFromAButtonAndCanPressBoth)
+{
+    for (const QuietButton::Tone tone : {QuietButton::Tone::Link, QuietButton::Tone::Plain}) {
+        QuietButton button(QStringLiteral("Donate"), tone);
+        int clicks = 0;
+        QObject::connect(&button, &QAbstractButton::clicked, [&] { ++clicks; });
+        QAccessibleInterface& spoken = *QAccessible::queryAccessibleInterface(&button);
+        EXPECT_EQ(spoken.role(), tone == QuietButton::Tone::Link ? QAccessible::Link : QAccessible::Button);
+        EXPECT_EQ(spoken.text(QAccessible::Name), QStringLiteral("Donate"));
+        spoken.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        EXPECT_TRUE(runUntil([&] { return clicks == 1; })); // a button is seen to go down first
+    }
 }
 
 TEST(QuietButtonTest, TextHasRoomOnEverySide)

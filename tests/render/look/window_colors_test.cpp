@@ -37,5 +37,24 @@ TEST(WindowColorsTest, SecondaryTextStandsBetweenTextAndSeparatorOnLightAndDark)
     EXPECT_GT(secondaryColor(kDark).lightness(), separatorColor(kDark).lightness());
 }
 
+TEST(WindowColorsTest, ContrastGoesFromOneToTwentyOne)
+{
+    EXPECT_NEAR(contrastRatio(Qt::white, Qt::white), 1.0, 0.01);
+    EXPECT_NEAR(contrastRatio(Qt::white, Qt::black), 21.0, 0.01);
+    EXPECT_NEAR(contrastRatio(Qt::black, Qt::white), 21.0, 0.01);
+}
+
+TEST(WindowColorsTest, ALinkIsTheAccentAsFarAsThatIsLegible)
+{
+    QPalette palette = kLight;
+    palette.setColor(QPalette::Highlight, QColor(0, 0, 0x90));
+    EXPECT_EQ(linkColor(palette).rgb(), qRgb(0, 0, 0x90));
+    for (const QPalette& desktop : {kLight, kDark}) {
+        palette = desktop;
+        palette.setColor(QPalette::Highlight, QColor(0x80, 0x80, 0xc0));
+        EXPECT_GE(contrastRatio(linkColor(palette), palette.color(QPalette::Window)), 4.5);
+    }
+}
+
 } // namespace
 } // namespace amperly
