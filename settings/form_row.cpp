@@ -22,12 +22,10 @@ FormLabel* titleOf(const QString& title, QWidget* control)
 
 } // namespace
 
-FormRow::FormRow(const QString& title, QWidget* control) : FormRow(titleOf(title, control), control)
-{
-    m_switch = dynamic_cast<ToggleSwitch*>(control);
-}
+FormRow::FormRow(const QString& title, QWidget* control) : FormRow(titleOf(title, control), control) { }
 
 FormRow::FormRow(QWidget* leading, QWidget* trailing, int trailingRoom)
+    : m_switch(dynamic_cast<ToggleSwitch*>(trailing))
 {
     setMinimumHeight(kForm.rowHeight);
     auto* const layout = new QHBoxLayout(this);

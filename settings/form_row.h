@@ -24,7 +24,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    QAbstractButton* m_switch = nullptr;
+    QAbstractButton* m_switch; ///< null where the row has none
 };
 
 } // namespace amperly

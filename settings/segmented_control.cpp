@@ -82,7 +82,7 @@ SegmentedControl::SegmentedControl(const QStringList& options)
         m_segments.push_back(new Segment(option, static_cast<int>(m_segments.size()), this));
     // So that a title's letter leads here; the focus goes on to a segment.
     setFocusPolicy(Qt::ClickFocus);
-    setChoice(std::nullopt);
+    SegmentedControl::setChoice(std::nullopt);
 }
 
 void SegmentedControl::setChoice(std::optional<int> index)
