@@ -37,6 +37,11 @@ QFont sizedFont(int points, QFont::Weight weight)
     return font;
 }
 
+QString toText(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
 int textDirection(const QString& text)
 {
     return text.isRightToLeft() ? Qt::TextForceRightToLeft : Qt::TextForceLeftToRight;

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <QFont>
+#include <QString>
+
+#include <string_view>
 
 namespace amperly {
 
@@ -12,6 +15,9 @@ enum class TextStyle { Body, Callout, Caption, Caption2 };
 
 /// The desktop's font at a size of its own, in points of the screen.
 [[nodiscard]] QFont sizedFont(int points, QFont::Weight weight);
+
+/// UTF-8 as the toolkit keeps text.
+[[nodiscard]] QString toText(std::string_view utf8);
 
 /// In which direction a text runs by itself, as a flag for drawing: fixed English keeps its full
 /// stop at its end in a window that is mirrored.
