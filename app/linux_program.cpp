@@ -21,6 +21,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
+#include <QLocale>
 
 #include <cstdio>
 #include <cstdlib>
@@ -56,7 +57,8 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
         [&desktop](const std::string& line) { desktop.log(line); });
     XdgAutostart loginItem({identity.applicationId, identity.name, Installation::runningProgram().string()},
-        configFolder(), [](const std::string& program, const std::string& argument) {
+        {configFolder(), environment("XDG_CURRENT_DESKTOP")},
+        [](const std::string& program, const std::string& argument) {
             return argument.empty() ? startDetached({program}) : startDetached({program, argument});
         });
 
@@ -115,6 +117,8 @@ int runLinuxProgram(
     QApplication::setApplicationName(QString::fromUtf8(identity.name));
     QGuiApplication::setDesktopFileName(QString::fromUtf8(identity.applicationId));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/amperly/amperly.svg")));
+    // The toolkit would mirror windows only for a translation, and these texts have none.
+    QGuiApplication::setLayoutDirection(QLocale::system().textDirection());
     return run(identity, smcService, registry);
 }
 
