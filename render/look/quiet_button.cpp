@@ -11,7 +11,6 @@ namespace {
 
 /// Points.
 struct QuietLook {
-    int sidePadding = 6;
     int topPadding = 3;
     double corner = 5.0;
     double focusLine = 1.5;
@@ -37,14 +36,14 @@ QuietButton::QuietButton(const QString& text, Tone tone, QWidget* parent)
 QSize QuietButton::sizeHint() const
 {
     const QSize words = fontMetrics().size(Qt::TextShowMnemonic, text());
-    return words + QSize(2 * kLook.sidePadding, 2 * kLook.topPadding);
+    return words + QSize(2 * kSidePadding, 2 * kLook.topPadding);
 }
 
 void QuietButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor words = palette().color(m_tone == Tone::Link ? QPalette::Link : QPalette::WindowText);
+    const QColor words = m_tone == Tone::Link ? linkColor(palette()) : palette().color(QPalette::WindowText);
     const QRectF area = QRectF(rect()).adjusted(1, 1, -1, -1);
     if (isDown() || underMouse()) {
         QColor ground = palette().color(QPalette::WindowText);

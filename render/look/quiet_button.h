@@ -10,6 +10,9 @@ class QuietButton : public QAbstractButton {
 public:
     enum class Tone { Plain, Link };
 
+    /// Points between its text and its left and right edge.
+    static constexpr int kSidePadding = 6;
+
     /// Links say so to screen readers.
     QuietButton(const QString& text, Tone tone, QWidget* parent = nullptr);
 

@@ -16,6 +16,13 @@ namespace amperly {
 /// A hairline between parts of a window.
 [[nodiscard]] QColor separatorColor(const QPalette& palette);
 
+/// What can be clicked and leads elsewhere: the desktop's accent, as legible as text.
+[[nodiscard]] QColor linkColor(const QPalette& palette);
+
+/// From 1, for the same colour twice, to 21, for black and white: the contrast ratio of the Web
+/// Content Accessibility Guidelines.
+[[nodiscard]] double contrastRatio(const QColor& one, const QColor& other);
+
 /// `front` over `back` at `opacity` from 0 to 1; both are taken as opaque.
 [[nodiscard]] QColor blended(const QColor& front, const QColor& back, double opacity);
 
