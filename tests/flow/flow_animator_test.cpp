@@ -55,7 +55,8 @@ TEST(FlowTargetsTest, TheChargerFeedsComputerAndBattery)
 
 TEST(FlowTargetsTest, TheComputerGetsNoMoreThanTheChargerDelivers)
 {
-    EXPECT_EQ(flowTargets({.systemLoad = 50.0, .adapterIn = 30.0, .battery = -20.0, .externalConnected = true}),
+    EXPECT_EQ(
+        flowTargets({.systemLoad = 50.0, .adapterIn = 30.0, .battery = -20.0, .externalConnected = true}),
         (Flows{30.0, 0.0, 20.0}));
 }
 

@@ -18,7 +18,10 @@ protected:
     }
 
     /// What has been flushed so far.
-    [[nodiscard]] std::string printed() const { return length == 0 ? std::string() : std::string(text, length); }
+    [[nodiscard]] std::string printed() const
+    {
+        return length == 0 ? std::string() : std::string(text, length);
+    }
 
     char* text = nullptr;
     std::size_t length = 0;

@@ -85,8 +85,8 @@ TEST(ChargerNodeTest, AnUnknownInputIsTakenForPowerWhileTheBatteryNeedNotDeliver
 
 TEST(ComputerNodeTest, ShowsTheLoadInTheDesktopsColourAndIsAlwaysActive)
 {
-    EXPECT_EQ(computerContent(kCharging, kAccent),
-        (NodeContent{"laptopcomputer", "14.2 W", "Mac", kAccent, true}));
+    EXPECT_EQ(
+        computerContent(kCharging, kAccent), (NodeContent{"laptopcomputer", "14.2 W", "Mac", kAccent, true}));
     EXPECT_TRUE(computerContent({}, kAccent).active);
 }
 
