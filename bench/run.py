@@ -25,6 +25,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 
 import desktop_figures as figures  # noqa: E402
 import frame_figures  # noqa: E402
+import panel_figures  # noqa: E402
 import tick_figures  # noqa: E402
 from goals import Kind, Verdict, compared, counted, table  # noqa: E402
 from programs import Programs  # noqa: E402
@@ -76,6 +77,8 @@ def measure(build, directory, extent):
                      for name in ("amperly", "cbatticon")}
 
     with Stage() as stage:
+        say("the open panel")
+        raw["panel"] = panel_figures.measure(build / "bench/panel_bench", stage, extent.pairs)
         say("system calls of a tick")
         calls = raw["system_calls"] = {}
         with programs.start("amperly", stage) as running:
@@ -156,6 +159,7 @@ def rows_of(raw):
         counted("wake-ups per minute, unchanged", figures.switches_per_tick(unchanged["amperly"]) * 30, "",
                 other=figures.switches_per_tick(unchanged["i3status"]) * 30, other_name="i3status"),
         *frame_figures.rows(raw["frame"], raw["instructions_per_frame"]),
+        *panel_figures.rows(raw["panel"]),
     ]
 
 

@@ -2,6 +2,7 @@
 
 #include "platform/simulated/fixed_ui_font.h"
 #include "render/status_art.h"
+#include "tools/gallery_panel.h"
 #include "tools/gallery_settings.h"
 #include "tools/gallery_status.h"
 
@@ -21,7 +22,8 @@ int main(int argc, char** argv)
     const FixedUiFont font({AMPERLY_PINNED_FONT, 0}, {AMPERLY_PINNED_FONT, 0});
     StatusArt art(font);
     if (!writeStatusGallery(folder, art) || !writeHero(folder + QLatin1String("/hero.png"), art)
-        || !writeSettingsGallery(folder, art)) {
+        || !writeSettingsGallery(folder, art) || !writePanelGallery(folder, art)
+        || !writePanelFrames(folder + QLatin1String("/panel-frames"), art)) {
         std::fputs("amperly-gallery: a picture could not be written\n", stderr);
         return 1;
     }

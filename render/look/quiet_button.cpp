@@ -1,11 +1,16 @@
 #include "render/look/quiet_button.h"
 
+#include "render/look/coffee_cup.h"
+#include "render/look/pixel_painting.h"
 #include "render/look/text_style.h"
 #include "render/look/window_colors.h"
 
 #include <QAccessibleWidget>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
+
+#include <cmath>
 
 namespace amperly {
 
@@ -16,8 +21,11 @@ struct QuietLook {
     int topPadding = 3;
     double corner = 5.0;
     double focusLine = 1.5;
+    double cupGap = 4.0; ///< between a cup and the words
 };
 constexpr QuietLook kLook;
+
+constexpr double kCupPerCapital = 1.3; ///< heights; found by eye
 
 // Opacities of the text's colour.
 constexpr double kHovered = 0.07;
@@ -59,6 +67,22 @@ void describeLinksToScreenReaders()
     static_cast<void>(installed);
 }
 
+bool startsWithCup(const QString& text)
+{
+    return text.startsWith(kHotBeverage);
+}
+
+/// The text without a cup at its beginning, which is drawn.
+QString wordsOf(const QString& text)
+{
+    return startsWithCup(text) ? text.mid(1).trimmed() : text;
+}
+
+double cupSize(const QFontMetricsF& metrics)
+{
+    return std::round(metrics.capHeight() * kCupPerCapital);
+}
+
 } // namespace
 
 QuietButton::QuietButton(const QString& text, Tone tone, QWidget* parent)
@@ -75,7 +99,11 @@ QuietButton::QuietButton(const QString& text, Tone tone, QWidget* parent)
 
 QSize QuietButton::sizeHint() const
 {
-    const QSize words = fontMetrics().size(Qt::TextShowMnemonic, text());
+    QSize words = fontMetrics().size(Qt::TextShowMnemonic, wordsOf(text()));
+    if (startsWithCup(text())) {
+        const QImage cup = coffeeCup(cupSize(QFontMetricsF(font())), {}, 1.0);
+        words.rwidth() += static_cast<int>(std::ceil(cup.width() + kLook.cupGap));
+    }
     return words + QSize(2 * kSidePadding, 2 * kLook.topPadding);
 }
 
@@ -98,7 +126,20 @@ void QuietButton::paintEvent(QPaintEvent*)
         painter.drawRoundedRect(area, kLook.corner, kLook.corner);
     }
     painter.setPen(words);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic | textDirection(text()), text());
+    QRectF room = rect();
+    if (startsWithCup(text())) {
+        const QFontMetricsF metrics(font());
+        const QImage cup = coffeeCup(cupSize(metrics), words, pixelScale(painter));
+        const QSizeF size = cup.deviceIndependentSize();
+        const double baseline = (height() - metrics.height()) / 2.0 + metrics.ascent();
+        const bool fromRight = layoutDirection() == Qt::RightToLeft;
+        drawOnPixels(painter,
+            {fromRight ? width() - kSidePadding - size.width() : kSidePadding, baseline - size.height()},
+            cup);
+        const double taken = size.width() + kLook.cupGap;
+        room.adjust(fromRight ? 0.0 : taken, 0.0, fromRight ? -taken : 0.0, 0.0);
+    }
+    painter.drawText(room, Qt::AlignCenter | Qt::TextShowMnemonic | textDirection(text()), wordsOf(text()));
 }
 
 void QuietButton::enterEvent(QEnterEvent* event)
