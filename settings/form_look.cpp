@@ -1,5 +1,6 @@
 #include "settings/form_look.h"
 
+#include "render/look/pixel_painting.h"
 #include "render/look/window_colors.h"
 
 #include <QImage>
@@ -133,18 +134,10 @@ bool isHighContrast(const QPalette& palette)
         > kHigh;
 }
 
-double pixelScale(const QPainter& painter)
-{
-    return painter.deviceTransform().m11();
-}
-
-void drawOnPixels(QPainter& painter, const QPointF& center, const QImage& image)
+void drawCentered(QPainter& painter, const QPointF& center, const QImage& image)
 {
     const QSizeF size = image.deviceIndependentSize();
-    const QTransform toPixels = painter.deviceTransform();
-    const QPointF corner = toPixels.map(center - QPointF(size.width() * 0.5, size.height() * 0.5));
-    const QPointF whole(std::round(corner.x()), std::round(corner.y()));
-    painter.drawImage(toPixels.inverted().map(whole), image);
+    drawOnPixels(painter, center - QPointF(size.width() * 0.5, size.height() * 0.5), image);
 }
 
 void drawPlate(QPainter& painter, const QRectF& wanted, double corner, const QColor& fill, const QColor& edge)

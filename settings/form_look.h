@@ -63,12 +63,9 @@ struct FormColors {
 /// Whether text stands on windows with nearly all the contrast that a screen can give.
 [[nodiscard]] bool isHighContrast(const QPalette& palette);
 
-/// Pixels per point where `painter` paints, which may be a picture for another screen.
-[[nodiscard]] double pixelScale(const QPainter& painter);
-
 /// Draws `image` around `center`, moved by less than a pixel to lie on whole ones: between two, at a
 /// scale such as 1.25, all of it would blur.
-void drawOnPixels(QPainter& painter, const QPointF& center, const QImage& image);
+void drawCentered(QPainter& painter, const QPointF& center, const QImage& image);
 
 /// A rounded area with an edge one pixel of the screen wide.
 void drawPlate(QPainter& painter, const QRectF& area, double corner, const QColor& fill, const QColor& edge);

@@ -1,5 +1,6 @@
 #include "settings/form_section.h"
 
+#include "render/look/pixel_painting.h"
 #include "settings/form_label.h"
 #include "settings/form_look.h"
 

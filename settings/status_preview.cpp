@@ -1,5 +1,6 @@
 #include "settings/status_preview.h"
 
+#include "render/look/pixel_painting.h"
 #include "settings/form_look.h"
 
 #include <QImage>
@@ -71,7 +72,7 @@ void StatusPreview::paintEvent(QPaintEvent*)
     m_image.draw(mask, scale);
     QImage picture = inWhite(mask);
     picture.setDevicePixelRatio(scale);
-    drawOnPixels(painter, QRectF(rect()).center(), picture);
+    drawCentered(painter, QRectF(rect()).center(), picture);
 }
 
 } // namespace amperly

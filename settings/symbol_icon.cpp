@@ -1,5 +1,6 @@
 #include "settings/symbol_icon.h"
 
+#include "render/look/pixel_painting.h"
 #include "render/look/symbol_image.h"
 #include "settings/form_look.h"
 
@@ -23,7 +24,7 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
-        drawOnPixels(
+        drawCentered(
             *painter, QRectF(rect).center(), symbolImage(m_name, kStyle, color(mode), pixelScale(*painter)));
     }
 

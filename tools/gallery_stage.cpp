@@ -1,31 +1,14 @@
 #include "tools/gallery_stage.h"
 
+#include "tools/desktop_palettes.h"
+
 #include <QApplication>
-#include <QStyle>
 
 namespace amperly {
-namespace {
-
-/// As dark desktops set the toolkit's own style up.
-QPalette darkPalette()
-{
-    QPalette palette;
-    const QColor window(0x2c, 0x2c, 0x2e);
-    const QColor text(0xf2, 0xf2, 0xf4);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, text);
-    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Button, QPalette::Base})
-        palette.setColor(role, window);
-    palette.setColor(QPalette::Highlight, QColor(0x3d, 0x8e, 0xe6));
-    palette.setColor(QPalette::Link, QColor(0x6c, 0xb0, 0xf5));
-    return palette;
-}
-
-} // namespace
 
 std::vector<Look> looks()
 {
-    return {{"light", QApplication::style()->standardPalette(), QColor(0xc9, 0xd2, 0xdd)},
+    return {{"light", lightPalette(), QColor(0xc9, 0xd2, 0xdd)},
         {"dark", darkPalette(), QColor(0x17, 0x18, 0x1c)}};
 }
 
