@@ -1,0 +1,35 @@
+// The plain menu as the system's own. It follows every change of the portable one, also while
+// it is open.
+#pragma once
+
+#include "platform/menu.h"
+
+#import <AppKit/AppKit.h>
+
+@class AMPMenuDelegate;
+
+namespace amperly {
+
+class NativeMenu {
+public:
+    /// `menu` must outlive this. `didClose` is called after the menu has closed, before what
+    /// was chosen is done.
+    NativeMenu(Menu& menu, std::function<void()> didClose);
+    ~NativeMenu();
+    NativeMenu(const NativeMenu&) = delete;
+    NativeMenu& operator=(const NativeMenu&) = delete;
+
+    [[nodiscard]] NSMenu* menu() const { return m_native; }
+    [[nodiscard]] bool isOpen() const { return m_isOpen; }
+
+private:
+    void refresh(int index);
+
+    Menu& m_menu;
+    Menu::Listener m_listener;
+    bool m_isOpen = false;
+    NSMenu* m_native;
+    AMPMenuDelegate* m_delegate;
+};
+
+} // namespace amperly

@@ -1,0 +1,19 @@
+// The part of CoreGraphics that AppKit's declarations need, declared by hand.
+#pragma once
+
+typedef double CGFloat;
+
+typedef struct CGPoint {
+    CGFloat x;
+    CGFloat y;
+} CGPoint;
+
+typedef struct CGSize {
+    CGFloat width;
+    CGFloat height;
+} CGSize;
+
+typedef struct CGRect {
+    CGPoint origin;
+    CGSize size;
+} CGRect;
