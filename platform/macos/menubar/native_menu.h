@@ -6,14 +6,16 @@
 
 #import <AppKit/AppKit.h>
 
+#include <memory>
+
 @class AMPMenuDelegate;
 
 namespace amperly {
 
 class NativeMenu {
 public:
-    /// `menu` must outlive this. `didClose` is called after the menu has closed, before what
-    /// was chosen is done.
+    /// `menu` must be there for as long as the user can open this. `didClose` is called after it
+    /// has closed, before what was chosen is done.
     NativeMenu(Menu& menu, std::function<void()> didClose);
     ~NativeMenu();
     NativeMenu(const NativeMenu&) = delete;
@@ -26,7 +28,7 @@ private:
     void refresh(int index);
 
     Menu& m_menu;
-    Menu::Listener m_listener;
+    std::shared_ptr<NativeMenu*> m_self;
     bool m_isOpen = false;
     NSMenu* m_native;
     AMPMenuDelegate* m_delegate;

@@ -58,7 +58,7 @@ NSMenuItem* makeItem(const MenuEntry& entry, NSInteger index, id target)
 
 NativeMenu::NativeMenu(Menu& menu, std::function<void()> didClose)
     : m_menu(menu)
-    , m_listener(menu.onEntryChanged([this](int index) { refresh(index); }))
+    , m_self(std::make_shared<NativeMenu*>(this))
     , m_native([[NSMenu alloc] initWithTitle:@""])
     , m_delegate([AMPMenuDelegate new])
 {
@@ -75,6 +75,10 @@ NativeMenu::NativeMenu(Menu& menu, std::function<void()> didClose)
         const auto activate = m_menu.entries()[static_cast<std::size_t>(index)].activate;
         activate();
     };
+    menu.onEntryChanged([self = std::weak_ptr(m_self)](int index) {
+        if (const auto alive = self.lock())
+            (*alive)->refresh(index);
+    });
     m_native.autoenablesItems = NO;
     m_native.delegate = m_delegate;
     NSInteger index = 0;
@@ -84,12 +88,11 @@ NativeMenu::NativeMenu(Menu& menu, std::function<void()> didClose)
 
 NativeMenu::~NativeMenu()
 {
-    // The system may hold its menu longer than this lives.
+    // The system may hold its menu longer than this lives. The portable one may be gone already.
     m_native.delegate = nil;
     m_delegate->_willOpen = nullptr;
     m_delegate->_didClose = nullptr;
     m_delegate->_chosen = nullptr;
-    m_menu.stopListening(m_listener);
 }
 
 void NativeMenu::refresh(int index)
