@@ -1,39 +1,20 @@
 #include "platform/macos/menubar/template_image.h"
 
+#include "platform/macos/drawing/alpha_bitmap.h"
+
 #include <cmath>
 
 namespace amperly {
 namespace {
 
-constexpr NSInteger kBytesPerPixel = 4;
-constexpr NSInteger kAlpha = 3; // behind red, green and blue, which stay 0
-
 /// A bitmap of `size` points in which one pixel of the mask is one of the screen's.
 NSBitmapImageRep* representation(const StatusPicture& picture, NSSize size, int scale)
 {
+    NSBitmapImageRep* const bitmap
+        = clearBitmap(static_cast<int>(size.width) * scale, static_cast<int>(size.height) * scale);
     CoverageMask mask;
     picture.draw(mask, scale);
-
-    NSBitmapImageRep* const bitmap =
-        [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
-                                                pixelsWide:static_cast<NSInteger>(size.width) * scale
-                                                pixelsHigh:static_cast<NSInteger>(size.height) * scale
-                                             bitsPerSample:8
-                                           samplesPerPixel:kBytesPerPixel
-                                                  hasAlpha:YES
-                                                  isPlanar:NO
-                                            colorSpaceName:NSDeviceRGBColorSpace
-                                               bytesPerRow:0
-                                              bitsPerPixel:0];
-    if (bitmap == nil)
-        return nil;
-    const int rows = std::min(mask.height, static_cast<int>(bitmap.pixelsHigh));
-    const int columns = std::min(mask.width, static_cast<int>(bitmap.pixelsWide));
-    for (int y = 0; y < rows; ++y) {
-        unsigned char* const row = bitmap.bitmapData + y * bitmap.bytesPerRow;
-        for (int x = 0; x < columns; ++x)
-            row[x * kBytesPerPixel + kAlpha] = mask.at(x, y);
-    }
+    inkBitmap(bitmap, mask);
     bitmap.size = size;
     return bitmap;
 }

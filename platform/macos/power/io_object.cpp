@@ -1,6 +1,6 @@
 #include "platform/macos/power/io_object.h"
 
-#include "platform/macos/power/cf_ref.h"
+#include "platform/macos/foundation/cf_ref.h"
 
 #include <string>
 

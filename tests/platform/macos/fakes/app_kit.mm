@@ -11,7 +11,7 @@
 #import <AppKit/AppKit.h>
 #import <ServiceManagement/ServiceManagement.h>
 
-#include "tests/platform/macos/fakes/objects.h"
+#include "tests/platform/macos/fakes/images.h"
 
 #include <utility>
 
@@ -28,13 +28,7 @@ MenuUse menuUse;
 
 /// Whatever the fake classes hold.
 struct Fields {
-    NSSize size{};
     NSRect frame{};
-    std::vector<unsigned char> bytes;
-    NSInteger pixelsWide = 0;
-    NSInteger pixelsHigh = 0;
-    std::vector<NSBitmapImageRep*> representations;
-    BOOL isTemplate = NO;
     NSUInteger autoresizingMask = 0;
     int subviews = 0;
     id target = nil;
@@ -81,77 +75,6 @@ void track(NSMenu* menu);
     }
 
 @implementation NSResponder
-@end
-
-const NSColorSpaceName NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
-
-@implementation NSImageRep
-REMEMBERED(NSSize, size, setSize)
-REMEMBERED(NSInteger, pixelsWide, setPixelsWide)
-REMEMBERED(NSInteger, pixelsHigh, setPixelsHigh)
-@end
-
-@implementation NSBitmapImageRep
-
-- (instancetype)initWithBitmapDataPlanes:(unsigned char**)planes
-                              pixelsWide:(NSInteger)width
-                              pixelsHigh:(NSInteger)height
-                           bitsPerSample:(NSInteger)bitsPerSample
-                         samplesPerPixel:(NSInteger)samplesPerPixel
-                                hasAlpha:(BOOL)hasAlpha
-                                isPlanar:(BOOL)isPlanar
-                          colorSpaceName:(NSColorSpaceName)colorSpaceName
-                             bytesPerRow:(NSInteger)bytesPerRow
-                            bitsPerPixel:(NSInteger)bitsPerPixel
-{
-    if (planes != nullptr || bitsPerSample != 8 || samplesPerPixel != 4 || !hasAlpha || isPlanar
-        || bytesPerRow != 0 || bitsPerPixel != 0 || width < 1 || height < 1)
-        fault("a bitmap of another kind than the fake has");
-    of(self).pixelsWide = width;
-    of(self).pixelsHigh = height;
-    of(self).bytes.resize(static_cast<size_t>(self.bytesPerRow * height));
-    return self;
-}
-
-- (unsigned char*)bitmapData
-{
-    return of(self).bytes.data();
-}
-
-- (NSInteger)bytesPerRow
-{
-    return (of(self).pixelsWide * 4 + 63) / 64 * 64; // rows are padded, as the real ones are
-}
-
-@end
-
-@implementation NSImage
-REMEMBERED(NSSize, size, setSize)
-
-- (instancetype)initWithSize:(NSSize)size
-{
-    of(self).size = size;
-    return self;
-}
-
-- (void)addRepresentation:(NSImageRep*)representation
-{
-    if (representation.size.width != of(self).size.width
-        || representation.size.height != of(self).size.height)
-        fault("a representation that is not as large as its image, in points");
-    of(self).representations.push_back(static_cast<NSBitmapImageRep*>(representation));
-}
-
-- (void)setTemplate:(BOOL)isTemplate
-{
-    of(self).isTemplate = isTemplate;
-}
-
-- (BOOL)isTemplate
-{
-    return of(self).isTemplate;
-}
-
 @end
 
 @implementation NSWindow
@@ -267,7 +190,7 @@ REMEMBERED(SEL, action, setAction)
     item.width = image.size.width;
     item.height = image.size.height;
     item.bitmaps.clear();
-    for (NSBitmapImageRep* const each : of(image).representations) {
+    for (NSBitmapImageRep* const each : fields<ImageFields>(image).representations) {
         Bitmap& bitmap = item.bitmaps.emplace_back();
         bitmap.width = static_cast<int>(each.pixelsWide);
         bitmap.height = static_cast<int>(each.pixelsHigh);

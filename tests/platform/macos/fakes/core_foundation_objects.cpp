@@ -7,7 +7,15 @@
 namespace amperly::fake_mac {
 namespace {
 
-enum Kind : CFTypeID { KindString = 7, KindDictionary = 18, KindArray, KindData, KindBoolean, KindNumber };
+enum Kind : CFTypeID {
+    KindString = 7,
+    KindDictionary = 18,
+    KindArray,
+    KindData,
+    KindBoolean,
+    KindNumber,
+    KindOpaque
+};
 
 enum class Lifetime { Counted, Forever };
 
@@ -26,6 +34,7 @@ struct Object {
     Data data;
     std::vector<std::pair<Object*, Object*>> entries;
     std::vector<Object*> elements;
+    std::any opaque;
 };
 
 std::set<Object*> live;
@@ -152,6 +161,20 @@ std::optional<BridgedNumber> (*bridgedNumber)(CFTypeRef object) = nullptr;
 CFTypeRef makeObject(const Value& value)
 {
     return std::visit(Builder{}, value.content);
+}
+
+CFTypeRef makeOpaque(std::any content)
+{
+    Object* const object = make(KindOpaque);
+    object->opaque = std::move(content);
+    return object;
+}
+
+std::any& opaqueContent(CFTypeRef reference)
+{
+    static std::any none;
+    Object* const object = checked(reference, KindOpaque, "using an object");
+    return object == nullptr ? none : object->opaque;
 }
 
 int liveObjects()

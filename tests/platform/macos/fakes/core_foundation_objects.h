@@ -3,7 +3,9 @@
 
 #include "tests/platform/macos/fakes/fake_machine.h"
 
+#include <any>
 #include <optional>
+#include <utility>
 
 namespace amperly::fake_mac {
 
@@ -25,6 +27,22 @@ void resetObjects();
 
 /// The characters of a string object.
 [[nodiscard]] std::string textOf(CFStringRef string);
+
+/// An object of a type that only its own framework knows, one reference owned by the caller.
+[[nodiscard]] CFTypeRef makeOpaque(std::any content);
+[[nodiscard]] std::any& opaqueContent(CFTypeRef object);
+
+template <typename Content>
+[[nodiscard]] CFTypeRef makePayload(Content content)
+{
+    return makeOpaque(std::any(std::move(content)));
+}
+
+template <typename Content>
+[[nodiscard]] Content& payload(CFTypeRef object)
+{
+    return std::any_cast<Content&>(opaqueContent(object));
+}
 
 /// A number of Objective-C, which CoreFoundation takes for one of its own.
 struct BridgedNumber {

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <variant>
 #include <vector>
@@ -78,6 +79,9 @@ struct SystemState {
     long loginStatus = 0;
     std::optional<std::string> loginFailure;
     int loginSettingsOpened = 0;
+    std::string locale = "en_US";
+    std::set<std::string> symbols{"laptopcomputer", "bolt.fill", "house.fill"}; ///< the system's
+    int symbolsMade = 0;
 };
 
 struct Stage {
@@ -136,6 +140,9 @@ void writeFromElsewhere(const std::string& key, const Stored& value);
 
 /// Stores an object that is neither text nor number.
 void storeSomethingElse(const std::string& key);
+
+/// A change that is announced by the notification alone, as that of a whole domain is.
+void changeQuietly(const std::string& key, const Stored& value);
 
 /// A change by another part of this process, on another thread.
 void writeFromOtherThread(const std::string& key, const Stored& value);

@@ -6,6 +6,7 @@
 #pragma clang diagnostic ignored "-Wprotocol"
 #pragma clang diagnostic ignored "-Wunused-parameter"
 
+#include "render/code_points.h"
 #include "tests/platform/macos/fakes/core_foundation_objects.h"
 #include "tests/platform/macos/fakes/objects.h"
 
@@ -133,15 +134,6 @@ id boxed(const Stored& value)
     return nil;
 }
 
-/// What an object holds, by the class it is of.
-template <typename Fields>
-Fields& fields(NSObject* object)
-{
-    if (object->_fakeState == nullptr)
-        object->_fakeState = new Fields();
-    return *static_cast<Fields*>(object->_fakeState);
-}
-
 using NumberFields = Stored;
 using DictionaryFields = std::map<std::string, id>;
 
@@ -155,6 +147,33 @@ struct TimerFields {
     double tolerance = 0.0;
     void (^block)(NSTimer*) = nullptr;
 };
+
+std::string encoded(const char32_t* characters, std::size_t count)
+{
+    std::string text;
+    for (const char32_t character : std::u32string_view(characters, count)) {
+        const auto append = [&](char32_t bits, int shift) {
+            text += static_cast<char>(bits | ((character >> shift) & 0x3fU));
+        };
+        if (character < 0x80) {
+            text += static_cast<char>(character);
+            continue;
+        }
+        if (character < 0x800) {
+            text += static_cast<char>(0xc0U | (character >> 6));
+        } else {
+            if (character < 0x10000) {
+                text += static_cast<char>(0xe0U | (character >> 12));
+            } else {
+                text += static_cast<char>(0xf0U | (character >> 18));
+                append(0x80, 12);
+            }
+            append(0x80, 6);
+        }
+        append(0x80, 0);
+    }
+    return text;
+}
 
 class OtherThread {
 public:
@@ -291,8 +310,10 @@ public:
 
 - (instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)length encoding:(NSStringEncoding)encoding
 {
+    if (encoding == NSUTF32LittleEndianStringEncoding)
+        return makeString(encoded(static_cast<const char32_t*>(bytes), length / sizeof(char32_t)));
     if (encoding != NSUTF8StringEncoding)
-        fault("a string that is not UTF-8");
+        fault("a string of another encoding than the fake has");
     return makeString(std::string(static_cast<const char*>(bytes), length));
 }
 
@@ -390,6 +411,14 @@ public:
 @end
 
 @implementation NSDictionary
+
++ (instancetype)dictionaryWithObject:(id)object forKey:(id)key
+{
+    NSDictionary* const dictionary = [NSDictionary new];
+    fields<DictionaryFields>(dictionary)[textOf(key)] = object;
+    return dictionary;
+}
+
 @end
 
 @implementation NSMutableDictionary
@@ -692,6 +721,21 @@ std::string textOf(NSString* string)
     return characters == nullptr ? std::string() : std::string(characters);
 }
 
+id objectIn(NSDictionary* dictionary, NSString* key)
+{
+    const DictionaryFields& objects = fields<DictionaryFields>(dictionary);
+    const auto place = objects.find(textOf(key));
+    return place == objects.end() ? nil : place->second;
+}
+
+std::u32string charactersOf(NSString* string)
+{
+    std::u32string characters;
+    for (std::string_view rest = string.UTF8String; !rest.empty();)
+        characters.push_back(takeCodePoint(rest));
+    return characters;
+}
+
 void resetFoundation()
 {
     notificationObservers.clear();
@@ -742,6 +786,12 @@ void writeFromOtherThread(const std::string& key, const Stored& value)
 {
     const OtherThread thread;
     store(key, boxed(value));
+    post(NSUserDefaultsDidChangeNotification);
+}
+
+void changeQuietly(const std::string& key, const Stored& value)
+{
+    storedObjects[key] = boxed(value);
     post(NSUserDefaultsDidChangeNotification);
 }
 

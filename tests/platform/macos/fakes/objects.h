@@ -7,6 +7,15 @@
 
 namespace amperly::fake_mac {
 
+/// What an object holds, by the class it is of.
+template <typename Fields>
+Fields& fields(NSObject* object)
+{
+    if (object->_fakeState == nullptr)
+        object->_fakeState = new Fields();
+    return *static_cast<Fields*>(object->_fakeState);
+}
+
 /// Writes down a misuse.
 void fault(const std::string& what);
 
@@ -18,6 +27,12 @@ void send(id target, SEL selector, id argument = nullptr);
 
 [[nodiscard]] NSString* makeString(const std::string& text);
 [[nodiscard]] std::string textOf(NSString* string);
+
+/// The object that a dictionary has for a key.
+[[nodiscard]] id objectIn(NSDictionary* dictionary, NSString* key);
+
+/// The characters of a string, one by one.
+[[nodiscard]] std::u32string charactersOf(NSString* string);
 
 /// Forgets observers, timers, queued work and stored values.
 void resetFoundation();

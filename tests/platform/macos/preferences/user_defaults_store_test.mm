@@ -98,6 +98,13 @@ TEST_F(UserDefaultsStoreTest, AnotherProcesssRemovalIsAnnounced)
     EXPECT_EQ(store->real("updateInterval"), 2.0);
 }
 
+TEST_F(UserDefaultsStoreTest, AChangeThatOnlyTheNotificationTellsOfIsAnnounced)
+{
+    store->registerDefaults({{"showUnit", true}});
+    fake_mac::changeQuietly("showUnit", false);
+    EXPECT_EQ(announcements, 1);
+}
+
 TEST_F(UserDefaultsStoreTest, AnotherThreadsChangeIsAnnouncedOnceOnTheMainThread)
 {
     store->registerDefaults({{"showUnit", true}});

@@ -37,6 +37,13 @@ protected:
         });
     }
 
+    void TearDown() override
+    {
+        host.reset();
+        runEventLoop();
+        FakeDesktopTest::TearDown();
+    }
+
     void show()
     {
         auto panel = std::make_unique<Panel>(isGone);

@@ -34,7 +34,33 @@ extern "C" const NSColorSpaceName NSDeviceRGBColorSpace;
 @property (readonly) NSInteger bytesPerRow;
 @end
 
+typedef CGFloat NSFontWeight;
+extern "C" const NSFontWeight NSFontWeightRegular;
+extern "C" const NSFontWeight NSFontWeightMedium;
+
+@interface NSFont : NSObject
++ (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight;
+@end
+extern "C" const NSAttributedStringKey NSFontAttributeName;
+
+@interface NSGraphicsContext : NSObject
++ (nullable NSGraphicsContext*)graphicsContextWithBitmapImageRep:(NSBitmapImageRep*)bitmap;
+@property (class, nullable, strong) NSGraphicsContext* currentContext;
++ (void)saveGraphicsState;
++ (void)restoreGraphicsState;
+@end
+
+AMPERLY_SINCE_MACOS(11.0)
+@interface NSImageSymbolConfiguration : NSObject
++ (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
+@end
+
 @interface NSImage : NSObject
++ (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
+                          accessibilityDescription:(nullable NSString*)description AMPERLY_SINCE_MACOS(11.0);
+- (nullable NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration
+    AMPERLY_SINCE_MACOS(11.0);
+- (void)drawInRect:(NSRect)rect;
 - (instancetype)initWithSize:(NSSize)size NS_DESIGNATED_INITIALIZER;
 - (void)addRepresentation:(NSImageRep*)representation;
 @property NSSize size;

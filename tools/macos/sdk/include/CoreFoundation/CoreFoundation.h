@@ -34,6 +34,7 @@ typedef const struct AMPERLY_BRIDGED_TO(NSDictionary) __CFDictionary* CFDictiona
 typedef struct AMPERLY_BRIDGED_TO_MUTABLE(NSMutableDictionary) __CFDictionary* CFMutableDictionaryRef;
 typedef const struct AMPERLY_BRIDGED_TO(NSNumber) __CFNumber* CFNumberRef;
 typedef const struct AMPERLY_BRIDGED_TO(NSNumber) __CFBoolean* CFBooleanRef;
+typedef const struct AMPERLY_BRIDGED_TO(NSAttributedString) __CFAttributedString* CFAttributedStringRef;
 typedef const struct __CFAllocator* CFAllocatorRef;
 extern const CFAllocatorRef kCFAllocatorDefault;
 

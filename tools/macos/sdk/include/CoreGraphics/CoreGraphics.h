@@ -1,5 +1,10 @@
-// The part of CoreGraphics that AppKit's declarations need, declared by hand.
+// The part of CoreGraphics that Amperly calls, declared by hand.
 #pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "../CoreFoundation/CoreFoundation.h"
 
 typedef double CGFloat;
 
@@ -17,3 +22,23 @@ typedef struct CGRect {
     CGPoint origin;
     CGSize size;
 } CGRect;
+
+typedef struct CGContext* CGContextRef;
+typedef struct CGColorSpace* CGColorSpaceRef;
+enum CGImageAlphaInfo : uint32_t { kCGImageAlphaOnly = 7 };
+enum CGBitmapInfo : uint32_t { kCGBitmapAlphaInfoMask = 0x1f };
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
+    size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo) CF_RETURNS_RETAINED;
+void CGContextSetShouldSmoothFonts(CGContextRef context, bool smooths);
+void CGContextTranslateCTM(CGContextRef context, CGFloat x, CGFloat y);
+void CGContextScaleCTM(CGContextRef context, CGFloat x, CGFloat y);
+void CGContextSetTextPosition(CGContextRef context, CGFloat x, CGFloat y);
+
+#ifdef __cplusplus
+}
+#endif

@@ -92,6 +92,7 @@ typedef struct NSFastEnumerationState {
 
 typedef NSUInteger NSStringEncoding;
 static const NSStringEncoding NSUTF8StringEncoding = 4;
+static const NSStringEncoding NSUTF32LittleEndianStringEncoding = 0x9c000100;
 
 @interface NSString : NSObject <NSCopying>
 @property (readonly) NSUInteger length;
@@ -123,10 +124,41 @@ static const NSStringEncoding NSUTF8StringEncoding = 4;
 @end
 
 @interface NSDictionary<__covariant K, __covariant V> : NSObject
++ (instancetype)dictionaryWithObject:(V)object forKey:(K<NSCopying>)key;
 @end
 
 @interface NSMutableDictionary<K, V> : NSDictionary <K, V>
 - (void)setObject:(V)object forKey:(K<NSCopying>)key;
+@end
+
+typedef NSString* NSAttributedStringKey;
+@interface NSAttributedString : NSObject
+- (instancetype)initWithString:(NSString*)string
+                    attributes:(nullable NSDictionary<NSAttributedStringKey, id>*)attributes;
+@end
+
+@interface NSLocale : NSObject
+@property (class, readonly, copy) NSLocale* currentLocale;
++ (instancetype)localeWithLocaleIdentifier:(NSString*)identifier;
+@end
+
+typedef NS_ENUM(NSUInteger, NSNumberFormatterStyle) {
+    NSNumberFormatterNoStyle = 0,
+    NSNumberFormatterDecimalStyle = 1,
+};
+typedef NS_ENUM(NSUInteger, NSNumberFormatterRoundingMode) {
+    NSNumberFormatterRoundHalfEven = 4,
+};
+
+@interface NSNumberFormatter : NSObject
+@property (null_resettable, copy) NSLocale* locale;
+@property NSNumberFormatterStyle numberStyle;
+@property NSNumberFormatterRoundingMode roundingMode;
+@property NSUInteger minimumFractionDigits;
+@property NSUInteger maximumFractionDigits;
+@property (null_resettable, copy) NSString* decimalSeparator;
+@property (null_resettable, copy) NSString* groupingSeparator;
+- (nullable NSString*)stringFromNumber:(NSNumber*)number;
 @end
 
 @interface NSMutableSet<T> : NSObject <NSFastEnumeration>
