@@ -3,7 +3,10 @@
 #include "app/app_delegate.h"
 #include "platform/linux/files/config_folder.h"
 #include "platform/linux/fonts/linux_ui_font.h"
+#include "platform/linux/frames/display_frames.h"
+#include "platform/linux/frames/power_saving.h"
 #include "platform/linux/login/xdg_autostart.h"
+#include "platform/linux/motion/desktop_motion.h"
 #include "platform/linux/preferences/ini_preference_store.h"
 #include "platform/linux/rest/accessibility_on_demand.h"
 #include "platform/linux/rest/rest_keeper.h"
@@ -21,6 +24,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
+#include <QLocale>
 
 #include <cstdio>
 #include <cstdlib>
@@ -56,7 +60,8 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
         [&desktop](const std::string& line) { desktop.log(line); });
     XdgAutostart loginItem({identity.applicationId, identity.name, Installation::runningProgram().string()},
-        configFolder(), [](const std::string& program, const std::string& argument) {
+        {configFolder(), environment("XDG_CURRENT_DESKTOP")},
+        [](const std::string& program, const std::string& argument) {
             return argument.empty() ? startDetached({program}) : startDetached({program, argument});
         });
 
@@ -67,8 +72,10 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     QtTimerSource timers(slack);
     LinuxPopoverHost popover(slack);
     MenuPresenter menus;
-    const std::unique_ptr<BusConnection> inkConnection = BusConnection::open();
-    DesktopInk ink(inkConnection.get());
+    const std::unique_ptr<BusConnection> portalConnection = BusConnection::open();
+    DesktopInk ink(portalConnection.get());
+    DisplayFrames frames([] { return isSavingPower(); });
+    DesktopMotion motion(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
     const std::unique_ptr<XEmbedItem> oldTray
         = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::White); }});
     LinuxStatusItem statusItem({
@@ -83,6 +90,8 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     const Injected<StatusArt> currentArt(art);
     const Injected<Desktop> currentDesktop(desktop);
     const Injected<LoginItem> currentLoginItem(loginItem);
+    const Injected<FrameClock> currentFrames(frames);
+    const Injected<MotionSetting> currentMotion(motion);
     const PowerReader::Sources sources(smcService, registry);
 
     AppDelegate application(
@@ -115,6 +124,8 @@ int runLinuxProgram(
     QApplication::setApplicationName(QString::fromUtf8(identity.name));
     QGuiApplication::setDesktopFileName(QString::fromUtf8(identity.applicationId));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/amperly/amperly.svg")));
+    // The toolkit would mirror windows only for a translation, and these texts have none.
+    QGuiApplication::setLayoutDirection(QLocale::system().textDirection());
     return run(identity, smcService, registry);
 }
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Measures what Amperly costs, at rest, at a tick and at its start, beside other programs that show
-the battery: cbatticon, an icon as well, and i3status, which only writes a line of text.
+"""Measures what Amperly costs, at rest, at a tick, at its start and at a frame of its panel, beside
+other programs that show the battery: cbatticon, an icon as well, and i3status, which only writes a
+line of text.
 
-All of them run in one private desktop on the same made-up laptop. Only ratios carry over from one
+All programs run in one private desktop on the same made-up laptop. Only ratios carry over from one
 machine to another.
 """
 
@@ -23,6 +24,8 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 
 import desktop_figures as figures  # noqa: E402
+import frame_figures  # noqa: E402
+import panel_figures  # noqa: E402
 import tick_figures  # noqa: E402
 from goals import Kind, Verdict, compared, counted, table  # noqa: E402
 from programs import Programs  # noqa: E402
@@ -61,15 +64,21 @@ def measure(build, directory, extent):
     say("a tick by itself")
     tick_bench = build / "bench/tick_bench"
     raw["tick"] = tick_figures.times(tick_bench, environment)
+    say("a frame of the panel by itself")
+    frame_bench = build / "bench/frame_bench"
+    raw["frame"] = frame_figures.times(frame_bench, environment)
 
     # Nothing below depends on the processor's time until the start is measured.
-    instructions = tick_figures.Instructions(tick_bench, environment)
+    tick_instructions = tick_figures.instructions(tick_bench, environment)
+    frame_instructions = frame_figures.instructions(frame_bench, environment, raw["frame"])
     say("memory at rest")
     flush(build / "app/amperly")
     raw["memory"] = {name: figures.memory(programs, name, extent.settle_seconds)
                      for name in ("amperly", "cbatticon")}
 
     with Stage() as stage:
+        say("the open panel")
+        raw["panel"] = panel_figures.measure(build / "bench/panel_bench", stage, extent.pairs)
         say("system calls of a tick")
         calls = raw["system_calls"] = {}
         with programs.start("amperly", stage) as running:
@@ -80,7 +89,8 @@ def measure(build, directory, extent):
         with programs.start("cbatticon", stage) as running:
             time.sleep(extent.settle_seconds / 2)
             calls["cbatticon"] = figures.system_calls(running, directory, extent.ticks_of_window)
-        raw["instructions_per_tick"] = instructions.per_tick()
+        raw["instructions_per_tick"] = tick_instructions.per_turn()
+        raw["instructions_per_frame"] = frame_instructions.per_turn()
 
         say("from start to icon")
         raw["start_ms"] = figures.start_times(stage, programs, ["amperly", "cbatticon"], extent.starts)
@@ -148,6 +158,8 @@ def rows_of(raw):
         timed("tick, changed, 1x and 2x for wide panels", "changed_wide", None),
         counted("wake-ups per minute, unchanged", figures.switches_per_tick(unchanged["amperly"]) * 30, "",
                 other=figures.switches_per_tick(unchanged["i3status"]) * 30, other_name="i3status"),
+        *frame_figures.rows(raw["frame"], raw["instructions_per_frame"]),
+        *panel_figures.rows(raw["panel"]),
     ]
 
 
@@ -211,7 +223,7 @@ def say(what):
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--build", type=pathlib.Path, default=pathlib.Path("build/bench"),
-                        help="where app/amperly and bench/tick_bench were built")
+                        help="where app/amperly and the programs of bench/ were built")
     parser.add_argument("--output", type=pathlib.Path, default=pathlib.Path("build/bench.json"))
     parser.add_argument("--quick", action="store_true", help="look less long; times vary more")
     parser.add_argument("--gate", action="store_true",

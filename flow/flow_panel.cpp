@@ -1,10 +1,20 @@
 #include "flow/flow_panel.h"
 
-#include "render/status_renderer.h"
+#include "flow/flow_diagram.h"
+#include "flow/flow_header.h"
+#include "flow/hairline.h"
+#include "flow/no_data.h"
+#include "platform/desktop.h"
+#include "platform/injected.h"
+#include "platform/motion_setting.h"
+#include "prefs/pref.h"
+#include "render/look/quiet_button.h"
+#include "render/look/text_style.h"
 
-#include <QLabel>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QKeySequence>
 #include <QMetaObject>
-#include <QPushButton>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -12,43 +22,48 @@ namespace amperly {
 
 namespace {
 
-// Points.
-constexpr int kWidth = 340;
-constexpr int kPadding = 16;
-constexpr int kSpacing = 14;
-constexpr int kCaptionSize = 11;
-constexpr int kHeadlineSize = 30;
+/// Points.
+struct PanelLook {
+    int width = 340;
+    int padding = 16;
+    int spacing = 14;
+    int edge = 1; ///< what the popover's outline takes of the panel's sides
+    int diagramHeight = 200;
+    int noDataHeight = 120;
+};
+constexpr PanelLook kLook;
 
-QFont sized(QFont font, int pixels, QFont::Weight weight)
+/// The diagram's light may spill over the panel's padding and the gaps above and below.
+constexpr QMargins kSpill{
+    kLook.padding - kLook.edge, kLook.spacing, kLook.padding - kLook.edge, kLook.spacing};
+
+bool motionIsWanted()
 {
-    font.setPixelSize(pixels);
-    font.setWeight(weight);
-    return font;
+    const MotionSetting* const setting = Injected<MotionSetting>::current();
+    return Injected<FrameClock>::current() != nullptr && (setting == nullptr || !setting->reducesMotion());
+}
+
+/// A column of one widget, set in from the sides of the panel.
+QVBoxLayout* inset(QWidget* widget, const QMargins& margins)
+{
+    auto* const column = new QVBoxLayout;
+    column->setContentsMargins(margins);
+    column->addWidget(widget);
+    return column;
 }
 
 } // namespace
 
 FlowPanel::FlowPanel(LiveModel& live, std::function<void()> openSettings)
-    : m_live(live), m_caption(new QLabel(QStringLiteral("Mac is using"))), m_headline(new QLabel)
+    : m_live(live), m_column(new QVBoxLayout(this)), m_readings(new QVBoxLayout), m_moves(motionIsWanted())
 {
-    m_caption->setFont(sized(font(), kCaptionSize, QFont::Normal));
-    m_caption->setForegroundRole(QPalette::PlaceholderText);
-    m_headline->setFont(sized(font(), kHeadlineSize, QFont::DemiBold));
-
-    auto* const settings = new QPushButton(QStringLiteral("Settings"));
-    settings->setFlat(true);
-    connect(settings, &QPushButton::clicked, this, [open = std::move(openSettings)] { open(); });
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
-    layout->setSpacing(kSpacing);
-    auto* const figures = new QVBoxLayout;
-    figures->setSpacing(0);
-    figures->addWidget(m_caption);
-    figures->addWidget(m_headline);
-    layout->addLayout(figures);
-    layout->addWidget(settings, 0, Qt::AlignLeft);
-    setFixedWidth(kWidth);
+    setFixedWidth(kLook.width);
+    m_column->setContentsMargins(0, 0, 0, 0);
+    m_column->setSpacing(0);
+    m_readings->setSpacing(0);
+    m_column->addLayout(m_readings);
+    m_column->addLayout(inset(new Hairline, {kLook.padding, 0, kLook.padding, 0}));
+    addFooter(std::move(openSettings));
 
     // The change is announced before it is made: look at it when the event loop comes round.
     m_subscription = m_live.objectWillChange([this] {
@@ -58,12 +73,118 @@ FlowPanel::FlowPanel(LiveModel& live, std::function<void()> openSettings)
     refresh();
 }
 
+FlowPanel::~FlowPanel() = default;
+
+void FlowPanel::addFooter(std::function<void()> openSettings)
+{
+    const auto button = [this](const QString& text, QuietButton::Tone tone, std::function<void()> action) {
+        auto* const made = new QuietButton(text, tone, this);
+        made->setFont(textFont(TextStyle::Callout));
+        connect(made, &QuietButton::clicked, this, [act = std::move(action)] { act(); });
+        return made;
+    };
+    auto* const settings
+        = button(QStringLiteral("Settings"), QuietButton::Tone::Plain, std::move(openSettings));
+    settings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    auto* const coffee = button(QStringLiteral("☕ Buy me a coffee"), QuietButton::Tone::Link, [] {
+        if (Desktop* const desktop = Injected<Desktop>::current())
+            desktop->openAddress(Pref::coffeeURL());
+    });
+    auto* const quit = button(QStringLiteral("Quit"), QuietButton::Tone::Plain, [] {
+        if (Desktop* const desktop = Injected<Desktop>::current())
+            desktop->quit();
+    });
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    auto* const footer = new QHBoxLayout;
+    // The words, not the buttons' own grounds, stand in line with what is above them.
+    const int side = kLook.padding - QuietButton::kSidePadding;
+    const int above = (quit->sizeHint().height() - quit->fontMetrics().height()) / 2;
+    footer->setContentsMargins(side, kLook.spacing - above, side, kLook.padding - above);
+    footer->setSpacing(0);
+    footer->addWidget(settings);
+    footer->addStretch();
+    footer->addWidget(coffee);
+    footer->addStretch();
+    footer->addWidget(quit);
+    m_column->addLayout(footer);
+}
+
 void FlowPanel::refresh()
 {
-    const std::optional<PowerSample>& sample = m_live.sample();
-    m_caption->setVisible(sample.has_value());
-    m_headline->setText(QString::fromStdString(
-        sample ? StatusRenderer::systemLoadText(*sample, 1, true) : "No power data available"));
+    if (m_live.sample())
+        showReading(*m_live.sample());
+    else
+        showNoData();
+    followFrames();
+}
+
+void FlowPanel::showReading(const PowerSample& sample)
+{
+    if (m_diagram == nullptr) {
+        clear();
+        m_header = new FlowHeader;
+        m_readings->addLayout(inset(m_header, {kLook.padding, kLook.padding, kLook.padding, 0}));
+        m_diagram = new FlowDiagram(sample);
+        m_diagram->setContentsMargins(kSpill);
+        m_diagram->setFixedHeight(kLook.diagramHeight + kSpill.top() + kSpill.bottom());
+        m_readings->addLayout(inset(m_diagram, {kLook.edge, 0, kLook.edge, 0}));
+    }
+    m_header->setSample(sample);
+    m_diagram->setSample(sample);
+    if (!m_moves) {
+        m_header->settle();
+        m_diagram->settle();
+    }
+}
+
+void FlowPanel::showNoData()
+{
+    if (m_noData != nullptr)
+        return;
+    clear();
+    m_noData = new NoData;
+    m_noData->setMinimumHeight(kLook.noDataHeight);
+    m_readings->addLayout(inset(m_noData, {kLook.padding, kLook.padding, kLook.padding, kLook.spacing}));
+}
+
+void FlowPanel::clear()
+{
+    delete std::exchange(m_header, nullptr);
+    delete std::exchange(m_diagram, nullptr);
+    delete std::exchange(m_noData, nullptr);
+    while (QLayoutItem* const emptied = m_readings->takeAt(0))
+        delete emptied;
+}
+
+void FlowPanel::followFrames()
+{
+    // Without a reading nothing moves; with one the computer's node always breathes.
+    if (!m_moves || m_diagram == nullptr || !isVisible())
+        m_frames.reset();
+    else if (!m_frames)
+        m_frames = Injected<FrameClock>::current()->start(*this, [this](double now) { advance(now); });
+}
+
+void FlowPanel::advance(double now)
+{
+    m_header->advance(now);
+    m_diagram->advance(now);
+    // All of it in one go, now, while the display waits for it.
+    QEvent paint(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(window(), &paint);
+}
+
+void FlowPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    followFrames();
+}
+
+void FlowPanel::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    followFrames();
 }
 
 } // namespace amperly

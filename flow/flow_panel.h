@@ -1,27 +1,64 @@
-// What the popover shows: the computer's draw in large figures and the way to the settings.
+// What the popover shows: the computer's draw and what charger and battery do in words, the power
+// flow diagram, and the ways to settings, donation page and end.
+//
+// It keeps nothing of its own: everything follows the latest reading. The donation page, the
+// display's frames and whether things may move come from Desktop, FrameClock and MotionSetting in
+// force; without a frame clock nothing moves.
 #pragma once
 
+#include "flow/flow_animator.h"
+#include "platform/frame_clock.h"
 #include "telemetry/live_model.h"
 
 #include <QWidget>
 #include <functional>
 
-class QLabel;
+class QVBoxLayout;
 
 namespace amperly {
 
+class FlowDiagram;
+class FlowHeader;
+class NoData;
+
 class FlowPanel : public QWidget {
 public:
+    /// Watts. An adapter input below this counts as the charger delivering nothing.
+    static constexpr double chargerActiveWatts = kChargerActiveWatts;
+
     /// Follows `live`, which must outlive the panel. `openSettings` is called when the user asks
     /// for the settings window.
     FlowPanel(LiveModel& live, std::function<void()> openSettings);
+    ~FlowPanel() override;
+
+    // Null while there is no reading.
+    [[nodiscard]] FlowHeader* header() const { return m_header; }
+    [[nodiscard]] FlowDiagram* diagram() const { return m_diagram; }
+
+    /// Null while there is a reading.
+    [[nodiscard]] NoData* noData() const { return m_noData; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
+    void addFooter(std::function<void()> openSettings);
     void refresh();
+    void showReading(const PowerSample& sample);
+    void showNoData();
+    void clear();
+    void followFrames();
+    void advance(double now);
 
     LiveModel& m_live;
-    QLabel* m_caption;
-    QLabel* m_headline;
+    QVBoxLayout* m_column;
+    QVBoxLayout* m_readings;
+    FlowHeader* m_header = nullptr;
+    FlowDiagram* m_diagram = nullptr;
+    NoData* m_noData = nullptr;
+    bool m_moves;
+    std::unique_ptr<FrameClock::Run> m_frames;
     LiveModel::Subscription m_subscription;
 };
 

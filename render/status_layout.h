@@ -20,7 +20,7 @@ inline constexpr double kBarHeight = 22.0;
 
 /// The sizes that a layout goes by.
 struct StatusLook {
-    TextStyle text;
+    TextMaskStyle text;
     GlyphStyle glyph;
     double gap = 0.0; ///< between a symbol and its value, in a line
     double spacing = 0.0; ///< between readings

@@ -23,7 +23,7 @@ constexpr TileLook kTile;
 
 constexpr int kLeastPixels = 5; ///< even a value that fits nowhere is drawn so large
 
-TextStyle styleOf(int pixelSize)
+TextMaskStyle styleOf(int pixelSize)
 {
     return {.pointSize = static_cast<double>(pixelSize), .weight = FontWeight::Medium};
 }
@@ -62,7 +62,7 @@ FittedValue fit(const ReadingPiece& piece, int pixels, int most, int legible, Te
 
 void drawValue(CoverageMask& mask, const FittedValue& value, double middle, TextMasks& text)
 {
-    const TextStyle style = styleOf(value.pixelSize);
+    const TextMaskStyle style = styleOf(value.pixelSize);
     const double left = std::floor((mask.width - text.width(value.text, style)) * 0.5);
     text.draw(mask, value.text, style, {.left = left, .middle = middle}, 1.0);
 }

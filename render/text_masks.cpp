@@ -98,7 +98,7 @@ void TextMasks::clear()
     m_sheets.clear();
 }
 
-double TextMasks::width(std::string_view text, const TextStyle& style)
+double TextMasks::width(std::string_view text, const TextMaskStyle& style)
 {
     Weight& weight = weightOf(style.weight);
     double points = 0.0;
@@ -109,13 +109,13 @@ double TextMasks::width(std::string_view text, const TextStyle& style)
     return points;
 }
 
-double TextMasks::height(const TextStyle& style)
+double TextMasks::height(const TextMaskStyle& style)
 {
     return weightOf(style.weight).digitHeight * style.pointSize / kDigitShare;
 }
 
 void TextMasks::draw(
-    CoverageMask& target, std::string_view text, const TextStyle& style, const Place& place, double scale)
+    CoverageMask& target, std::string_view text, const TextMaskStyle& style, const Place& place, double scale)
 {
     Sheet& sheet = sheetOf(style, scale);
     const int baseline = nearestPixel(place.middle * scale + sheet.digitRows * 0.5);
@@ -194,7 +194,7 @@ void TextMasks::measure(Weight& weight, std::u32string_view characters)
     }
 }
 
-TextMasks::Sheet& TextMasks::sheetOf(const TextStyle& style, double scale)
+TextMasks::Sheet& TextMasks::sheetOf(const TextMaskStyle& style, double scale)
 {
     const auto known = std::find_if(m_sheets.begin(), m_sheets.end(),
         [&](const Sheet& each) { return each.style == style && each.scale == scale; });

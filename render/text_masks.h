@@ -19,10 +19,10 @@ namespace amperly {
 
 class FontFile;
 
-struct TextStyle {
+struct TextMaskStyle {
     double pointSize = 0.0; ///< points per em
     FontWeight weight = FontWeight::Regular;
-    friend bool operator==(const TextStyle&, const TextStyle&) = default;
+    friend bool operator==(const TextMaskStyle&, const TextMaskStyle&) = default;
 };
 
 class TextMasks {
@@ -31,15 +31,15 @@ public:
     explicit TextMasks(const UiFont& font);
 
     /// Width of a UTF-8 text in points. What no font has takes no room.
-    [[nodiscard]] double width(std::string_view text, const TextStyle& style);
+    [[nodiscard]] double width(std::string_view text, const TextMaskStyle& style);
 
     /// Height of a line in points: the digits with a quarter of their height above and below.
     /// Fonts state their own line height for all the accents they have; figures centred by that
     /// would hang low in one font and high in the next.
-    [[nodiscard]] double height(const TextStyle& style);
+    [[nodiscard]] double height(const TextMaskStyle& style);
 
     /// How many pixels high digits are at 1 pixel per point.
-    [[nodiscard]] int digitRows(const TextStyle& style) { return sheetOf(style, 1.0).digitRows; }
+    [[nodiscard]] int digitRows(const TextMaskStyle& style) { return sheetOf(style, 1.0).digitRows; }
 
     /// Where a text stands, in points from the upper left corner of what is drawn on.
     struct Place {
@@ -48,7 +48,7 @@ public:
     };
 
     /// Draws a UTF-8 text at `scale` pixels per point, each character at a whole pixel.
-    void draw(CoverageMask& target, std::string_view text, const TextStyle& style, const Place& place,
+    void draw(CoverageMask& target, std::string_view text, const TextMaskStyle& style, const Place& place,
         double scale);
 
     /// Forgets all drawings and measures, for when the desktop's font has become another.
@@ -84,7 +84,7 @@ private:
     };
 
     struct Sheet {
-        TextStyle style;
+        TextMaskStyle style;
         double scale = 0.0;
         int digitRows = 0; ///< pixels from a digit's top to the baseline
         std::uint8_t fullInk = 255; ///< the coverage that counts as full
@@ -96,7 +96,7 @@ private:
     [[nodiscard]] const Measure& measureOf(Weight& weight, char32_t character);
     void measure(Weight& weight, std::u32string_view characters);
 
-    [[nodiscard]] Sheet& sheetOf(const TextStyle& style, double scale);
+    [[nodiscard]] Sheet& sheetOf(const TextMaskStyle& style, double scale);
     [[nodiscard]] const Stamp& stampOf(Sheet& sheet, char32_t character);
     void stamp(Sheet& sheet, const Weight& weight, char32_t character, FontFile* font);
 

@@ -2,16 +2,18 @@
 
 #include "platform/simulated/fixed_ui_font.h"
 #include "render/status_art.h"
+#include "tools/gallery_panel.h"
+#include "tools/gallery_settings.h"
 #include "tools/gallery_status.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QLatin1String>
 #include <cstdio>
 
 int main(int argc, char** argv)
 {
     using namespace amperly;
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     if (argc != 2) {
         std::fputs("usage: amperly-gallery FOLDER\n", stderr);
         return 2;
@@ -19,7 +21,9 @@ int main(int argc, char** argv)
     const QString folder = QString::fromLocal8Bit(argv[1]);
     const FixedUiFont font({AMPERLY_PINNED_FONT, 0}, {AMPERLY_PINNED_FONT, 0});
     StatusArt art(font);
-    if (!writeStatusGallery(folder, art) || !writeHero(folder + QLatin1String("/hero.png"), art)) {
+    if (!writeStatusGallery(folder, art) || !writeHero(folder + QLatin1String("/hero.png"), art)
+        || !writeSettingsGallery(folder, art) || !writePanelGallery(folder, art)
+        || !writePanelFrames(folder + QLatin1String("/panel-frames"), art)) {
         std::fputs("amperly-gallery: a picture could not be written\n", stderr);
         return 1;
     }

@@ -57,7 +57,7 @@ void GallerySheet::makeRoom(int height)
 
 void GallerySheet::caption(std::string_view words, int left, int top, const QColor& colour, double pointSize)
 {
-    const TextStyle style{.pointSize = pointSize, .weight = FontWeight::Regular};
+    const TextMaskStyle style{.pointSize = pointSize, .weight = FontWeight::Regular};
     CoverageMask mask;
     mask.clear(static_cast<int>(m_text.width(words, style)) + 1, kCaptionHeight);
     m_text.draw(mask, words, style, {.left = 0.0, .middle = kCaptionHeight * 0.5}, 1.0);

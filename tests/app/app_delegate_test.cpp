@@ -1,9 +1,9 @@
 #include "tests/app/application_test.h"
 
 #include "app/settings_window.h"
+#include "render/look/quiet_button.h"
 
 #include <QPointer>
-#include <QPushButton>
 #include <QWidget>
 
 namespace amperly {
@@ -288,7 +288,7 @@ TEST_F(AppDelegateTest, ThePanelsSettingsButtonClosesItAndShowsTheSettings)
 {
     launchWith(kOnBattery);
     click(ClickButton::Left);
-    platform.popover.content()->findChild<QPushButton*>()->click();
+    platform.popover.content()->findChild<QuietButton*>()->click(); // the first of its footer
     EXPECT_FALSE(platform.popover.isShown());
     ASSERT_NE(app->settingsWindow(), nullptr);
     EXPECT_TRUE(app->settingsWindow()->isVisible());

@@ -49,6 +49,8 @@ protected:
     MemoryPreferenceStore preferences;
     Injected<PreferenceStore> standardPreferences{preferences};
     SimulatedPlatform platform{preferences};
+    Injected<Desktop> currentDesktop{platform.desktop};
+    Injected<LoginItem> currentLoginItem{platform.loginItem};
     CannedReadings readings;
     std::unique_ptr<AppDelegate> app;
 };

@@ -1,10 +1,8 @@
-"""Preferences and their window: opened from outside, edited from outside, read aloud."""
+"""Preferences and their window: opened from outside, edited from outside."""
 
 import unittest
 
 from support import DesktopTest, InWaybar, InXfce, write_preferences
-
-from desktop import accessible
 
 
 class Settings(DesktopTest):
@@ -72,31 +70,6 @@ class SettingsInXfce(InXfce, Settings):
 
 class SettingsInWaybar(InWaybar, Settings):
     pass
-
-
-class SettingsReadAloud(InXfce, DesktopTest):
-    """What a screen reader finds in the window."""
-
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        accessible.enable(cls.desktop)
-
-    def setUp(self):
-        super().setUp()
-        self.on_battery()
-        self.start()
-        self.amperly.start_again().wait()
-        self.eventually(self.amperly.settings_windows, "the settings window")
-        self.nodes = list(accessible.walk(self.eventually(
-            lambda: accessible.tree_of(self.desktop, self.amperly.pid), "the accessible tree")))
-
-    def test_window_says_its_title(self):
-        self.assertIn("Amperly Settings", [node["name"] for node in self.nodes])
-
-    def test_reading_is_read_aloud(self):
-        names = [node["name"] for node in self.nodes if node["role"] == "label"]
-        self.assertEqual(names, ["Mac using 12.3 W, Battery draining: 12.3 W (82%)"])
 
 
 del Settings

@@ -43,6 +43,7 @@ class DesktopTest(unittest.TestCase):
     def setUp(self):
         self.amperly = None
         self.machine = None
+        self.variables = {}  # of Amperly's environment, besides
         self.addCleanup(self.clean_up)
 
     def clean_up(self):
@@ -82,7 +83,7 @@ class DesktopTest(unittest.TestCase):
         program = os.environ.get("AMPERLY_PROGRAM")
         if not program:
             self.fail("AMPERLY_PROGRAM does not say where the program is")
-        self.amperly = Amperly(self.desktop, program, self.machine)
+        self.amperly = Amperly(self.desktop, program, self.machine, **self.variables)
 
     def eventually(self, predicate, what, timeout=FOLLOWING_SECONDS):
         return wait_until(predicate, timeout, what)

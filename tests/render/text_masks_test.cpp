@@ -13,9 +13,9 @@
 namespace amperly {
 namespace {
 
-constexpr TextStyle kSmall{.pointSize = 9.5, .weight = FontWeight::Medium};
-constexpr TextStyle kUsual{.pointSize = 11.0, .weight = FontWeight::Regular};
-constexpr TextStyle kLarge{.pointSize = 13.0, .weight = FontWeight::Regular};
+constexpr TextMaskStyle kSmall{.pointSize = 9.5, .weight = FontWeight::Medium};
+constexpr TextMaskStyle kUsual{.pointSize = 11.0, .weight = FontWeight::Regular};
+constexpr TextMaskStyle kLarge{.pointSize = 13.0, .weight = FontWeight::Regular};
 
 /// Notes which characters were asked for.
 class ListeningFont : public FixedUiFont {
@@ -37,7 +37,7 @@ private:
 
 class TextMasksTest : public testing::Test {
 protected:
-    CoverageMask drawn(std::string_view words, const TextStyle& style, double scale, double left = 0.0)
+    CoverageMask drawn(std::string_view words, const TextMaskStyle& style, double scale, double left = 0.0)
     {
         CoverageMask mask;
         const double width = (left + text.width(words, style)) * scale;
@@ -76,7 +76,7 @@ protected:
 
 TEST_F(TextMasksTest, AllDigitsAreEquallyWide)
 {
-    for (const TextStyle& style : {kSmall, kUsual, kLarge}) {
+    for (const TextMaskStyle& style : {kSmall, kUsual, kLarge}) {
         for (const char digit : std::string("123456789"))
             EXPECT_EQ(text.width(std::string(1, digit), style), text.width("0", style));
         EXPECT_EQ(text.width("11.1", style), text.width("88.8", style));
@@ -124,7 +124,7 @@ TEST_F(TextMasksTest, ADigitLooksTheSameWhereverItStands)
 TEST_F(TextMasksTest, DigitsNeverTouch)
 {
     for (double size = 8.0; size <= 14.0; size += 0.5) {
-        const TextStyle style{.pointSize = size};
+        const TextMaskStyle style{.pointSize = size};
         const CoverageMask mask = drawn("00", style, 1.0);
         int freeColumns = 0;
         for (int x = 0; x < mask.width; ++x) {
@@ -147,7 +147,7 @@ TEST_F(TextMasksTest, ADigitThatChangesLeavesTheOthersUntouched)
 
 TEST_F(TextMasksTest, DigitsAreCentredInTheHeight)
 {
-    for (const TextStyle& style : {kSmall, kUsual, kLarge}) {
+    for (const TextMaskStyle& style : {kSmall, kUsual, kLarge}) {
         for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
             const CoverageMask mask = drawn("0123456789", style, scale);
             const int above = firstInkedRow(mask);
@@ -165,7 +165,7 @@ TEST_F(TextMasksTest, TheSameTextIsAsWideAtEveryScale)
 
 TEST_F(TextMasksTest, SmallFiguresHaveFullInk)
 {
-    for (const TextStyle& style : {kSmall, kUsual}) {
+    for (const TextMaskStyle& style : {kSmall, kUsual}) {
         const CoverageMask mask = drawn("1", style, 1.0);
         EXPECT_GE(std::count_if(mask.coverage.begin(), mask.coverage.end(),
                       [](auto coverage) { return coverage >= 245; }),

@@ -23,7 +23,9 @@ def enable(session):
 
 
 def tree_of(session, process):
-    """[{role, name, description, states, children}] of the program's windows; maybe none yet."""
+    """[{role, name, title, description, states, place, children}] of the program's windows;
+    maybe none yet. The title is the name of the label that belongs to it, the place its left, top,
+    width and height in the window."""
     folder = pathlib.Path(__file__).resolve().parent
     script = session.write(session.directory / "accessible.py", (folder / "accessible.py").read_text())
     return json.loads(session.run("/usr/bin/python3", script, process))
@@ -36,6 +38,23 @@ def walk(nodes):
         yield from walk(node["children"])
 
 
+def _title(accessible):
+    from gi.repository import Atspi
+    for relation in accessible.get_relation_set():
+        if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+            return relation.get_target(0).get_name()
+    return ""
+
+
+def _place(accessible):
+    from gi.repository import Atspi
+    component = accessible.get_component_iface()
+    if component is None:
+        return None
+    place = component.get_extents(Atspi.CoordType.WINDOW)
+    return [place.x, place.y, place.width, place.height]
+
+
 def _describe(accessible):
     states = accessible.get_state_set().get_states()
     children = (accessible.get_child_at_index(index)
@@ -43,7 +62,9 @@ def _describe(accessible):
     return {
         "role": accessible.get_role_name(),
         "name": accessible.get_name(),
+        "title": _title(accessible),
         "description": accessible.get_description(),
+        "place": _place(accessible),
         "states": sorted(state.value_nick for state in states),
         "children": [_describe(child) for child in children if child is not None],
     }

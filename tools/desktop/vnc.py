@@ -12,7 +12,8 @@ from .waiting import DesktopError
 TIMEOUT_SECONDS = 10
 NO_AUTHENTICATION = 1
 
-KEYS = {"Escape": 0xFF1B, "Return": 0xFF0D, "Up": 0xFF52, "Down": 0xFF54, "End": 0xFF57}
+KEYS = {"Escape": 0xFF1B, "Return": 0xFF0D, "Tab": 0xFF09, "Up": 0xFF52, "Down": 0xFF54, "End": 0xFF57,
+        "ctrl": 0xFFE3, "comma": 0x2C, "q": 0x71}
 
 
 class VncInput:
@@ -38,9 +39,12 @@ class VncInput:
         self.pointer(x, y, 1 << (button - 1))
         self.pointer(x, y)
 
-    def press(self, key):
-        for down in (1, 0):
-            self._socket.sendall(struct.pack(">BBHI", 4, down, 0, KEYS[key]))
+    def press(self, keys):
+        """Presses one key, or several at once such as "ctrl+q"."""
+        together = keys.split("+")
+        for down, order in ((1, together), (0, reversed(together))):
+            for key in order:
+                self._socket.sendall(struct.pack(">BBHI", 4, down, 0, KEYS[key]))
 
     def _shake_hands(self):
         if not self._read(12).startswith(b"RFB 003."):

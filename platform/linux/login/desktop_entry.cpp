@@ -4,6 +4,42 @@
 
 namespace amperly {
 
+namespace {
+
+/// A string value of the format, its escapes undone.
+std::string unescaped(std::string_view value)
+{
+    std::string plain;
+    for (std::size_t at = 0; at < value.size(); ++at) {
+        if (value[at] != '\\' || at + 1 == value.size()) {
+            plain += value[at];
+            continue;
+        }
+        switch (const char escaped = value[++at]) {
+        case 's':
+            plain += ' ';
+            break;
+        case 't':
+            plain += '\t';
+            break;
+        case 'n':
+            plain += '\n';
+            break;
+        case 'r':
+            plain += '\r';
+            break;
+        case '\\':
+            plain += '\\';
+            break;
+        default:
+            (plain += '\\') += escaped;
+        }
+    }
+    return plain;
+}
+
+} // namespace
+
 std::string execValue(std::string_view programPath)
 {
     constexpr std::string_view kReserved = " \t\n\"'\\><~|&;$*?#()`";
@@ -24,6 +60,25 @@ std::string execValue(std::string_view programPath)
         quoted += character;
     }
     return quoted + '"';
+}
+
+std::optional<std::string> execProgram(std::string_view value)
+{
+    const std::string command = unescaped(value);
+    const bool isQuoted = command.starts_with('"');
+    std::string program;
+    for (std::size_t at = isQuoted ? 1 : 0; at < command.size(); ++at) {
+        if (command[at] == (isQuoted ? '"' : ' '))
+            break;
+        const bool isEscape = (isQuoted && command[at] == '\\')
+            || (command[at] == '%' && command.substr(at).starts_with("%%"));
+        if (isEscape && at + 1 < command.size())
+            ++at;
+        program += command[at];
+    }
+    if (program.empty())
+        return std::nullopt;
+    return program;
 }
 
 std::optional<std::string_view> desktopEntryValue(std::string_view contents, std::string_view key)

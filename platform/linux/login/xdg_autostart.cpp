@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace amperly {
@@ -31,13 +32,20 @@ LoginItem::Failure failure(std::string_view what, const std::string& path, const
     return std::string(what) + ' ' + path + ": " + reason;
 }
 
+bool isRunnable(const std::string& path)
+{
+    std::error_code error;
+    return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
+}
+
 } // namespace
 
 XdgAutostart::XdgAutostart(
-    Entry entry, std::string configFolder, std::function<bool(const std::string&, const std::string&)> launch)
+    Entry entry, Session session, std::function<bool(const std::string&, const std::string&)> launch)
     : m_entry(std::move(entry))
-    , m_folder(std::move(configFolder) + "/autostart")
+    , m_folder(std::move(session.configFolder) + "/autostart")
     , m_path(m_folder + '/' + m_entry.applicationId + ".desktop")
+    , m_currentDesktop(std::move(session.currentDesktop))
     , m_launch(std::move(launch))
 {
 }
@@ -52,6 +60,10 @@ LoginItemStatus XdgAutostart::status() const
         return LoginItemStatus::NotRegistered;
     if (desktopEntryValue(*contents, "X-GNOME-Autostart-enabled") == "false")
         return LoginItemStatus::NotRegistered;
+    // An entry that outlived its program starts nothing, and looks as if it did.
+    const std::optional<std::string> program = execProgram(desktopEntryValue(*contents, "Exec").value_or(""));
+    if (!program || (program->starts_with('/') && !isRunnable(*program)))
+        return LoginItemStatus::NotFound;
     return LoginItemStatus::Enabled;
 }
 
@@ -88,23 +100,39 @@ LoginItem::Failure XdgAutostart::unregisterItem()
 void XdgAutostart::openSystemSettings()
 {
     struct Pane {
+        std::string_view desktop; ///< as XDG_CURRENT_DESKTOP names it; empty for any
         const char* program;
         const char* argument;
     };
-    // XFCE and Plasma have a list of their own and take its name.
+    // A desktop's own list comes first: several may be installed, and each edits it in its own way.
     static constexpr std::array kPanes = {
-        Pane{"xfce4-session-settings", ""},
-        Pane{"systemsettings", "kcm_autostart"},
-        Pane{"lxqt-config-session", ""},
-        Pane{"gnome-session-properties", ""},
+        Pane{"KDE", "systemsettings", "kcm_autostart"},
+        Pane{"KDE", "systemsettings5", "kcm_autostart"},
+        Pane{"XFCE", "xfce4-session-settings", ""},
+        Pane{"LXQt", "lxqt-config-session", ""},
+        Pane{"MATE", "mate-session-properties", ""},
+        Pane{"X-Cinnamon", "cinnamon-settings", "startup"},
+        Pane{"", "gnome-session-properties", ""},
     };
     for (const Pane& pane : kPanes) {
-        if (m_launch(pane.program, pane.argument))
+        if ((pane.desktop.empty() || isCurrent(pane.desktop)) && m_launch(pane.program, pane.argument))
             return;
     }
     std::error_code error;
     fs::create_directories(m_folder, error);
     m_launch("xdg-open", m_folder);
+}
+
+bool XdgAutostart::isCurrent(std::string_view desktop) const
+{
+    std::string_view rest = m_currentDesktop;
+    while (!rest.empty()) {
+        const std::size_t end = rest.find(':');
+        if (rest.substr(0, end) == desktop)
+            return true;
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    }
+    return false;
 }
 
 } // namespace amperly

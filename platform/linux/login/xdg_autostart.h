@@ -19,11 +19,19 @@ public:
         std::string programPath; ///< what is started
     };
 
-    /// `configFolder` is the user's XDG config folder. `launch` starts a program with one
-    /// argument, or returns false where there is no such program.
-    XdgAutostart(Entry entry, std::string configFolder,
+    /// Where it is written, and for which desktop.
+    struct Session {
+        std::string configFolder; ///< the user's, by the XDG rules
+        std::string currentDesktop; ///< the value of XDG_CURRENT_DESKTOP: names between colons
+    };
+
+    /// `launch` starts a program with one argument, or with none where that is empty; it returns
+    /// false where there is no such program.
+    XdgAutostart(Entry entry, Session session,
         std::function<bool(const std::string& program, const std::string& argument)> launch);
 
+    /// Not registered as well where the user has switched the entry off in the desktop's own list;
+    /// not found where the entry's program is gone.
     [[nodiscard]] LoginItemStatus status() const override;
     [[nodiscard]] Failure registerItem() override;
     [[nodiscard]] Failure unregisterItem() override;
@@ -32,9 +40,12 @@ public:
     void openSystemSettings() override;
 
 private:
+    [[nodiscard]] bool isCurrent(std::string_view desktop) const;
+
     Entry m_entry;
     std::string m_folder;
     std::string m_path;
+    std::string m_currentDesktop;
     std::function<bool(const std::string&, const std::string&)> m_launch;
 };
 

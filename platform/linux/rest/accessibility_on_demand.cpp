@@ -1,5 +1,7 @@
 #include "platform/linux/rest/accessibility_on_demand.h"
 
+#include "platform/linux/rest/accessible_application.h"
+
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QEvent>
@@ -15,6 +17,7 @@ bool AccessibilityOnDemand::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show && watched->isWindowType()) {
         qApp->removeEventFilter(this);
+        AccessibleApplication::install();
         QAccessible::setRootObject(qApp);
     }
     return false;

@@ -28,6 +28,21 @@ TEST(DesktopEntryTest, APercentSignIsNotTakenForAFieldCode)
     EXPECT_EQ(execValue("/100%u"), "\"/100%%u\"");
 }
 
+TEST(DesktopEntryTest, AProgramIsFoundInWhatWasWrittenForIt)
+{
+    for (const std::string path : {"/usr/bin/amperly", "/opt/my programs/amperly", "/a$b", "/a`b", "/a\"b",
+             "/a\\b", "/100%u", "/a'b", "/a=b;c"})
+        EXPECT_EQ(execProgram(execValue(path)), path);
+}
+
+TEST(DesktopEntryTest, ArgumentsAreNotPartOfTheProgram)
+{
+    EXPECT_EQ(execProgram("/usr/bin/amperly --quiet %u"), "/usr/bin/amperly");
+    EXPECT_EQ(execProgram("\"/opt/my programs/amperly\" --quiet"), "/opt/my programs/amperly");
+    EXPECT_EQ(execProgram(""), std::nullopt);
+    EXPECT_EQ(execProgram("\"\""), std::nullopt);
+}
+
 TEST(DesktopEntryTest, AValueIsReadFromTheEntrysOwnGroupOnly)
 {
     constexpr std::string_view kContents

@@ -1,10 +1,12 @@
 #include "platform/linux/login/xdg_autostart.h"
 
+#include "platform/linux/login/desktop_entry.h"
 #include "tests/support/temporary_folder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <vector>
 
 namespace amperly {
@@ -15,21 +17,39 @@ using testing::HasSubstr;
 
 class XdgAutostartTest : public testing::Test {
 protected:
+    XdgAutostartTest()
+    {
+        programs.write("a \"program\" for $5 \\ 100%/amperly", "");
+        fs::permissions(program, fs::perms::owner_all);
+    }
+
     void write(const std::string& text) const { config.write(kEntryPath, text); }
 
     static constexpr std::string_view kEntryPath = "autostart/org.example.Program.desktop";
 
     TemporaryFolder config;
+    TemporaryFolder programs;
+    fs::path program = programs / "a \"program\" for $5 \\ 100%/amperly";
     fs::path file = config / kEntryPath;
     std::vector<std::string> launched;
-    std::string available;
-    XdgAutostart item{{"org.example.Program", "Program", "/opt/a program"}, config.path().string(),
-        [this](const std::string& program, const std::string& argument) {
-            if (program != available)
+    std::set<std::string> available;
+    XdgAutostart item = itemOf("");
+
+    XdgAutostart itemOf(const std::string& currentDesktop)
+    {
+        return {{"org.example.Program", "Program", program.string()},
+            {config.path().string(), currentDesktop}, launcher()};
+    }
+
+    std::function<bool(const std::string&, const std::string&)> launcher()
+    {
+        return [this](const std::string& name, const std::string& argument) {
+            if (!available.contains(name))
                 return false;
-            launched.push_back(program + ' ' + argument);
+            launched.push_back(name + ' ' + argument);
             return true;
-        }};
+        };
+    }
 };
 
 TEST_F(XdgAutostartTest, NothingIsRegisteredAtFirst)
@@ -42,7 +62,7 @@ TEST_F(XdgAutostartTest, RegisteringWritesAnEntryThatStartsTheProgram)
     EXPECT_EQ(item.registerItem(), std::nullopt);
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
     EXPECT_THAT(contentsOf(file), HasSubstr("Type=Application\n"));
-    EXPECT_THAT(contentsOf(file), HasSubstr("Exec=\"/opt/a program\"\n"));
+    EXPECT_THAT(contentsOf(file), HasSubstr("Exec=" + execValue(program.string()) + "\n"));
     EXPECT_THAT(namesIn(file.parent_path()), testing::ElementsAre(file.filename()))
         << "nothing unfinished is left beside it";
 }
@@ -90,16 +110,40 @@ TEST_F(XdgAutostartTest, AnEntryThatCannotBeReplacedIsAFailureAndLeavesNothingBe
     EXPECT_THAT(item.unregisterItem().value_or(""), HasSubstr("Couldn't remove " + file.string() + ": "));
 }
 
-TEST_F(XdgAutostartTest, TheDesktopsOwnListIsOpenedWhereThereIsOne)
+TEST_F(XdgAutostartTest, AnEntryWhoseProgramIsGoneIsNotFoundUntilItIsWrittenAnew)
 {
-    available = "systemsettings";
-    item.openSystemSettings();
-    EXPECT_THAT(launched, testing::ElementsAre("systemsettings kcm_autostart"));
+    write("[Desktop Entry]\nExec=/nowhere/amperly\n");
+    EXPECT_EQ(item.status(), LoginItemStatus::NotFound);
+    write("[Desktop Entry]\nName=without a program\n");
+    EXPECT_EQ(item.status(), LoginItemStatus::NotFound);
+    EXPECT_EQ(item.registerItem(), std::nullopt);
+    EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
+    fs::remove(program);
+    EXPECT_EQ(item.status(), LoginItemStatus::NotFound);
+}
+
+TEST_F(XdgAutostartTest, AnEntryThatStartsAnotherInstallationCounts)
+{
+    write("[Desktop Entry]\nExec=amperly --from-the-path\n");
+    EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
+    write("[Desktop Entry]\nExec=/bin/sh -c amperly\n");
+    EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
+}
+
+TEST_F(XdgAutostartTest, TheCurrentDesktopsOwnListIsOpenedWhereSeveralAreInstalled)
+{
+    available = {"systemsettings", "xfce4-session-settings", "gnome-session-properties"};
+    itemOf("KDE").openSystemSettings();
+    itemOf("Debian:XFCE").openSystemSettings();
+    itemOf("GNOME").openSystemSettings();
+    EXPECT_THAT(launched,
+        testing::ElementsAre(
+            "systemsettings kcm_autostart", "xfce4-session-settings ", "gnome-session-properties "));
 }
 
 TEST_F(XdgAutostartTest, ElseTheFolderIsOpened)
 {
-    available = "xdg-open";
+    available = {"xdg-open", "xfce4-session-settings"};
     item.openSystemSettings();
     EXPECT_THAT(launched, testing::ElementsAre("xdg-open " + config / "autostart"));
     EXPECT_TRUE(fs::is_directory(config / "autostart"));

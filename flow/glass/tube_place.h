@@ -1,0 +1,46 @@
+// Where a place is, as a tube sees it: how far along, and how far to the side.
+#pragma once
+
+#include "flow/curve_normals.h"
+#include "flow/curve_samples.h"
+
+#include <cstddef>
+
+namespace amperly::glass {
+
+/// Points, but for `sample` and `beyond`.
+struct TubePlace {
+    std::size_t sample = 0; ///< the curve's sample before the foot on the centre line
+    double beyond = 0.0; ///< how much of the way to the next sample the foot is, from 0 to 1
+    double arc = 0.0; ///< along the centre line
+    double distance = 0.0; ///< from the foot, positive on the upper side
+    double inside = 0.0; ///< from the nearer end, negative before the start and behind the end
+};
+
+/// Finds places near one tube.
+class TubePlaces {
+public:
+    /// Both are borrowed.
+    TubePlaces(const CurveSamples& samples, const CurveNormals& normals);
+
+    /// From here on only the samples that can be the nearest to a place within `radius` of `centre`
+    /// are looked at. False if none is within `reach` of any such place.
+    bool narrow(const FlowPoint& centre, double radius, double reach);
+
+    /// The place of a point that narrow() was told of.
+    [[nodiscard]] TubePlace place(const FlowPoint& point) const;
+
+private:
+    /// How far `point` is ahead of a sample, along the tube.
+    [[nodiscard]] double ahead(const FlowPoint& point, std::size_t sample) const;
+
+    const CurveSamples& m_samples;
+    const CurveNormals& m_normals;
+    FlowPoint m_least; ///< the corners of the box around all samples
+    FlowPoint m_most;
+    double m_side; ///< see upperSide(): it tells which way along a normal is turned
+    std::size_t m_firstCandidate = 0;
+    std::size_t m_lastCandidate = kCurveSampleCount - 1;
+};
+
+} // namespace amperly::glass

@@ -1,0 +1,86 @@
+#include "flow/node_content.h"
+
+#include "flow/flow_animator.h"
+#include "render/status_renderer.h"
+
+#include <cmath>
+
+namespace amperly {
+
+namespace {
+
+constexpr int kDecimals = 1;
+
+/// A charger that cannot be measured delivers all the same where the battery, which can, need not.
+bool chargerDelivers(const PowerSample& sample)
+{
+    if (!sample.externalConnected)
+        return false;
+    if (sample.adapterInKnown)
+        return sample.adapterIn >= kChargerActiveWatts;
+    return sample.batteryKnown && sample.battery > -StatusRenderer::idleWatts;
+}
+
+bool batteryWorks(const PowerSample& sample)
+{
+    return sample.batteryKnown && std::abs(sample.battery) >= StatusRenderer::idleWatts;
+}
+
+} // namespace
+
+NodeContent chargerContent(const PowerSample& sample)
+{
+    NodeContent content{.symbol = "powerplug.fill", .tint = FlowColor::charger};
+    content.value = sample.externalConnected ? StatusRenderer::adapterInText(sample, kDecimals)
+                                             : std::string(StatusRenderer::noValue);
+    if (sample.adapterRating)
+        content.title = std::to_string(*sample.adapterRating) + " W charger";
+    else
+        content.title = sample.externalConnected ? "Charger" : "Unplugged";
+    content.active = chargerDelivers(sample);
+    return content;
+}
+
+NodeContent computerContent(const PowerSample& sample, Color accent)
+{
+    return {.symbol = "laptopcomputer",
+        .value = StatusRenderer::systemLoadText(sample, kDecimals),
+        .title = "Mac",
+        .tint = accent,
+        .active = true};
+}
+
+NodeContent batteryContent(const PowerSample& sample)
+{
+    NodeContent content{.symbol = StatusRenderer::batterySymbol(sample)};
+    content.active = batteryWorks(sample);
+    content.value = content.active || !sample.batteryKnown ? StatusRenderer::batteryText(sample, kDecimals)
+                                                           : std::string("Idle");
+    content.title = "Battery";
+    if (sample.batteryPercent)
+        content.title += ' ' + std::to_string(*sample.batteryPercent) + '%';
+    content.tint = sample.battery < 0.0 ? FlowColor::draining : FlowColor::charging;
+    return content;
+}
+
+std::string chargerSentence(const PowerSample& sample)
+{
+    if (!sample.externalConnected)
+        return "Charger unplugged";
+    std::string sentence = "Charger supplying " + StatusRenderer::adapterInText(sample, kDecimals);
+    if (sample.adapterRating)
+        sentence += " of " + std::to_string(*sample.adapterRating) + " W";
+    return sentence;
+}
+
+std::string computerSentence(const PowerSample& sample)
+{
+    return "Mac using " + StatusRenderer::systemLoadText(sample, kDecimals);
+}
+
+std::string batterySentence(const PowerSample& sample)
+{
+    return StatusRenderer::batteryDescription(sample);
+}
+
+} // namespace amperly

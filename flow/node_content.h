@@ -1,0 +1,34 @@
+// What the three nodes of the power flow diagram say.
+#pragma once
+
+#include "flow/flow_color.h"
+#include "telemetry/power_sample.h"
+
+#include <string>
+#include <string_view>
+
+namespace amperly {
+
+struct NodeContent {
+    std::string_view symbol{}; ///< a glyph's name, which lives as long as the program
+    std::string value{};
+    std::string title{};
+    Color tint{};
+    bool active = false; ///< power flows in or out
+
+    friend bool operator==(const NodeContent&, const NodeContent&) = default;
+};
+
+[[nodiscard]] NodeContent chargerContent(const PowerSample& sample);
+
+/// `accent` is the desktop's own colour for what stands out.
+[[nodiscard]] NodeContent computerContent(const PowerSample& sample, Color accent);
+
+[[nodiscard]] NodeContent batteryContent(const PowerSample& sample);
+
+// The same in a sentence each, for screen readers.
+[[nodiscard]] std::string chargerSentence(const PowerSample& sample);
+[[nodiscard]] std::string computerSentence(const PowerSample& sample);
+[[nodiscard]] std::string batterySentence(const PowerSample& sample);
+
+} // namespace amperly

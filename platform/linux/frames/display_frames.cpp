@@ -1,0 +1,172 @@
+#include "platform/linux/frames/display_frames.h"
+
+#include "platform/linux/frames/frame_pace.h"
+#include "platform/linux/frames/x11_sight.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+namespace amperly {
+
+namespace {
+
+constexpr double kLookForScreenSeconds = 1.0; // between two looks at whether the screen is on
+
+double steadySeconds()
+{
+    const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+    return now.count();
+}
+
+bool compositorAnnouncesFrames()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+class DisplayRun : public QObject, public FrameClock::Run {
+public:
+    DisplayRun(QWindow& window, FrameClock::Frame frame, bool gentle)
+        : m_window(&window)
+        , m_frame(std::make_shared<FrameClock::Frame>(std::move(frame)))
+        , m_announced(compositorAnnouncesFrames())
+        , m_pace(rate(window, gentle))
+        , m_waitsForPace(!m_announced || gentle)
+    {
+        m_timer.setSingleShot(true);
+        m_timer.setTimerType(Qt::PreciseTimer);
+        connect(&m_timer, &QTimer::timeout, this, [this] { due(); });
+        if (!m_announced)
+            m_sight = X11Sight::of(static_cast<xcb_window_t>(window.winId()), [this] { follow(); });
+        window.installEventFilter(this);
+        follow();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::UpdateRequest:
+            if (!std::exchange(m_asked, false))
+                return false;
+            if (m_running)
+                show();
+            return true; // the toolkit would take it for a wish to paint the whole window
+        case QEvent::Expose:
+        case QEvent::Show:
+        case QEvent::Hide:
+            // After the window itself has heard of it.
+            QMetaObject::invokeMethod(
+                this, [this] { follow(); }, Qt::QueuedConnection);
+            break;
+        default:
+            break;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    static double rate(const QWindow& window, bool gentle)
+    {
+        const double screen = window.screen() == nullptr ? 0.0 : window.screen()->refreshRate();
+        const double usual = 1.0 / FramePace(screen).periodSeconds();
+        return gentle ? std::min(usual, DisplayFrames::kGentleRate) : usual;
+    }
+
+    [[nodiscard]] bool isSeen() const
+    {
+        return m_window && m_window->isVisible() && m_window->isExposed()
+            && !(m_sight && m_sight->isCovered());
+    }
+
+    /// Starts or stops with what there is to see.
+    void follow()
+    {
+        const bool seen = isSeen();
+        if (seen == m_running)
+            return;
+        m_running = seen;
+        m_timer.stop();
+        if (m_running)
+            due();
+    }
+
+    /// It is time for a frame, as far as the pace is concerned.
+    void due()
+    {
+        const double now = steadySeconds();
+        if (m_sight && now - m_lookedAt >= kLookForScreenSeconds) {
+            m_lookedAt = now;
+            m_screenOff = m_sight->isScreenOff();
+        }
+        if (m_screenOff) {
+            wait(kLookForScreenSeconds);
+        } else if (m_announced) {
+            m_asked = true;
+            m_window->requestUpdate();
+        } else {
+            show();
+        }
+    }
+
+    void show()
+    {
+        const double now = steadySeconds();
+        const double next = m_pace.dueAfter(now);
+        // Without a picture to wait for, a compositor lets frames come at once.
+        if (m_waitsForPace || now - std::exchange(m_shownAt, now) < m_pace.periodSeconds() / 4.0)
+            wait(next - now);
+        const QPointer<DisplayRun> self(this);
+        const std::shared_ptr<FrameClock::Frame> held = m_frame;
+        (*held)(now);
+        // The next is asked for after this one has been painted: only then is there something to
+        // wait for.
+        if (self && m_running && !m_timer.isActive())
+            due();
+    }
+
+    void wait(double seconds)
+    {
+        constexpr double kMillisecondsPerSecond = 1000.0;
+        m_timer.start(static_cast<int>(std::lround(std::max(seconds, 0.0) * kMillisecondsPerSecond)));
+    }
+
+    QPointer<QWindow> m_window;
+    std::shared_ptr<FrameClock::Frame> m_frame;
+    bool m_announced;
+    FramePace m_pace;
+    bool m_waitsForPace;
+    std::unique_ptr<X11Sight> m_sight;
+    QTimer m_timer;
+    bool m_running = false;
+    bool m_asked = false;
+    bool m_screenOff = false;
+    double m_lookedAt = 0.0;
+    double m_shownAt = 0.0;
+};
+
+/// Of a window that is not there to be seen.
+class NoRun : public FrameClock::Run { };
+
+} // namespace
+
+DisplayFrames::DisplayFrames(std::function<bool()> savesPower) : m_savesPower(std::move(savesPower)) { }
+
+std::unique_ptr<FrameClock::Run> DisplayFrames::start(QWidget& widget, Frame frame)
+{
+    QWindow* const window = widget.window()->windowHandle();
+    if (window == nullptr)
+        return std::make_unique<NoRun>();
+    return std::make_unique<DisplayRun>(*window, std::move(frame), m_savesPower());
+}
+
+} // namespace amperly

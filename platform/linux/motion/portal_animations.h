@@ -1,0 +1,30 @@
+// Whether GNOME's animations are on, as the settings portal tells it.
+#pragma once
+
+#include "platform/linux/bus/bus_connection.h"
+
+#include <optional>
+
+namespace amperly {
+
+class PortalAnimations {
+public:
+    /// Asks and follows on `connection`, which must outlive this object. A portal that does not
+    /// run is not started for it.
+    explicit PortalAnimations(BusConnection& connection);
+    PortalAnimations(const PortalAnimations&) = delete;
+    PortalAnimations& operator=(const PortalAnimations&) = delete;
+
+    /// Nothing without a portal, before its answer, or on desktops without that setting.
+    [[nodiscard]] std::optional<bool> enabled() const { return m_enabled; }
+
+private:
+    static int answered(sd_bus_message* reply, void* self, sd_bus_error*);
+    static int settingChanged(sd_bus_message* signal, void* self, sd_bus_error*);
+
+    std::optional<bool> m_enabled;
+    BusSlot m_match;
+    BusSlot m_call;
+};
+
+} // namespace amperly

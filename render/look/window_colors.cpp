@@ -1,0 +1,84 @@
+#include "render/look/window_colors.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace amperly {
+
+namespace {
+
+// Shares of the text's colour. On dark windows more is needed for the same contrast.
+constexpr double kSecondaryOnLight = 0.6;
+constexpr double kSecondaryOnDark = 0.66;
+constexpr double kSeparator = 0.14;
+
+float mixed(float front, float back, double opacity)
+{
+    const double share = static_cast<double>(front) * opacity + static_cast<double>(back) * (1.0 - opacity);
+    return static_cast<float>(share);
+}
+
+QColor text(const QPalette& palette)
+{
+    return palette.color(QPalette::Active, QPalette::WindowText);
+}
+
+QColor window(const QPalette& palette)
+{
+    return palette.color(QPalette::Active, QPalette::Window);
+}
+
+/// As the guidelines define it, from 0 for black to 1 for white.
+double luminance(const QColor& color)
+{
+    const auto linear = [](float part) {
+        const auto value = static_cast<double>(part);
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+} // namespace
+
+bool isDark(const QPalette& palette)
+{
+    return text(palette).lightnessF() > window(palette).lightnessF();
+}
+
+QColor secondaryColor(const QPalette& palette)
+{
+    return blended(text(palette), window(palette), isDark(palette) ? kSecondaryOnDark : kSecondaryOnLight);
+}
+
+QColor separatorColor(const QPalette& palette)
+{
+    return blended(text(palette), window(palette), kSeparator);
+}
+
+QColor linkColor(const QPalette& palette)
+{
+    // The toolkit's own link is a pure blue that no desktop chose.
+    constexpr double kLegible = 4.5;
+    constexpr int kSteps = 10;
+    const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
+    int step = 0;
+    const auto mixture = [&] { return blended(text(palette), accent, static_cast<double>(step) / kSteps); };
+    while (step < kSteps && contrastRatio(mixture(), window(palette)) < kLegible)
+        ++step;
+    return mixture();
+}
+
+double contrastRatio(const QColor& one, const QColor& other)
+{
+    const double first = luminance(one) + 0.05;
+    const double second = luminance(other) + 0.05;
+    return std::max(first, second) / std::min(first, second);
+}
+
+QColor blended(const QColor& front, const QColor& back, double opacity)
+{
+    return QColor::fromRgbF(mixed(front.redF(), back.redF(), opacity),
+        mixed(front.greenF(), back.greenF(), opacity), mixed(front.blueF(), back.blueF(), opacity));
+}
+
+} // namespace amperly

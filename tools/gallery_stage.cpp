@@ -1,0 +1,34 @@
+#include "tools/gallery_stage.h"
+
+#include "tools/desktop_palettes.h"
+
+#include <QApplication>
+
+namespace amperly {
+
+std::vector<Look> looks()
+{
+    return {{"light", lightPalette(), QColor(0xc9, 0xd2, 0xdd)},
+        {"dark", darkPalette(), QColor(0x17, 0x18, 0x1c)}};
+}
+
+PanelOnDisplay::PanelOnDisplay(const std::optional<PowerSample>& sample)
+{
+    m_live.setSample(sample);
+    m_panel = std::make_unique<FlowPanel>(m_live, [] {});
+    m_panel->show();
+    m_panel->setFocus(); // as the popover does
+    m_panel->adjustSize();
+    QApplication::processEvents();
+}
+
+QImage PanelOnDisplay::picture(double scale)
+{
+    QImage image((QSizeF(m_panel->size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(m_panel->palette().color(QPalette::Window));
+    m_panel->render(&image, {}, {}, QWidget::DrawChildren);
+    return image;
+}
+
+} // namespace amperly

@@ -1,0 +1,43 @@
+// What the gallery shows panels in: desktops light and dark, and a display whose frames it makes.
+#pragma once
+
+#include "flow/flow_panel.h"
+#include "platform/injected.h"
+#include "platform/simulated/desktop/manual_frame_clock.h"
+
+#include <QColor>
+#include <QImage>
+#include <QPalette>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace amperly {
+
+struct Look {
+    const char* name;
+    QPalette palette;
+    QColor desktop; ///< behind the panels
+};
+
+/// A light one and a dark one.
+[[nodiscard]] std::vector<Look> looks();
+
+class PanelOnDisplay {
+public:
+    explicit PanelOnDisplay(const std::optional<PowerSample>& sample);
+
+    /// Lets frames pass.
+    void play(double seconds, double rate = 60.0) { m_clock.play(seconds, rate); }
+
+    [[nodiscard]] QImage picture(double scale);
+
+private:
+    ManualFrameClock m_clock;
+    Injected<FrameClock> m_inForce{m_clock};
+    LiveModel m_live;
+    std::unique_ptr<FlowPanel> m_panel;
+};
+
+} // namespace amperly
