@@ -3,6 +3,8 @@
 #pragma once
 
 #include "app/app_delegate.h"
+#include "platform/macos/accessibility/display_settings.h"
+#include "platform/macos/frames/display_link_frames.h"
 #include "platform/macos/login/main_app_login_item.h"
 #include "platform/macos/menubar/menu_bar_item.h"
 #include "platform/macos/power/io_kit_registry.h"
@@ -19,12 +21,9 @@ namespace amperly {
 
 class MacProgram {
 public:
-    /// What a widget's native view is, for whoever runs this without the toolkit's own windows.
-    using ViewOf = std::function<NSView*(QWidget&)>;
-
     /// Everything is in place; nothing has been read or shown. Both must outlive the program.
-    MacProgram(AccessoryApplication& application, UiFont& font,
-        ViewOf viewOf = NativePopoverParts::nativeView);
+    /// `viewOf` is for whoever runs this without the toolkit's own windows.
+    MacProgram(AccessoryApplication& application, UiFont& font, const ViewOf& viewOf = nativeView);
 
     /// Shows the first reading and keeps it current from then on.
     void start() { m_delegate.applicationDidFinishLaunching(); }
@@ -41,11 +40,16 @@ private:
     StatusArt m_art;
     MenuBarItem m_statusItem;
     NativePopoverHost m_popover;
+    DisplayLinkFrames m_frames;
+    DisplaySettings m_displaySettings;
 
     const Injected<PreferenceStore> m_standardPreferences{m_preferences};
     const Injected<StatusArt> m_currentArt{m_art};
     const Injected<Desktop> m_currentDesktop{m_desktop};
     const Injected<LoginItem> m_currentLoginItem{m_loginItem};
+    const Injected<FrameClock> m_currentFrames{m_frames};
+    const Injected<MotionSetting> m_currentMotion{m_displaySettings};
+    const Injected<ContrastSetting> m_currentContrast{m_displaySettings};
     const PowerReader::Sources m_sources{m_smcService, m_registry};
 
     AppDelegate m_delegate;

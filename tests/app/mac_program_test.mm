@@ -252,6 +252,28 @@ TEST_F(MacProgramTest, WhileThePanelIsOpenTheTimerGoesFaster)
     EXPECT_EQ(program->delegate().timer()->intervalSeconds(), 2.0);
 }
 
+TEST_F(MacProgramTest, ThePanelMovesWithTheDisplayForAsLongAsItIsOpen)
+{
+    launch();
+    EXPECT_EQ(stage.displayLinks, 0);
+    fake_mac::click(kLeft);
+    EXPECT_EQ(stage.displayLinks, 1);
+    fake_mac::showFrame(1.0);
+    fake_mac::showFrame(1.1);
+    fake_mac::pressElsewhere();
+    runEventLoop();
+    EXPECT_EQ(stage.displayLinks, 0);
+}
+
+TEST_F(MacProgramTest, NothingMovesForThoseWhoAskForThat)
+{
+    stage.system.reducesMotion = true;
+    launch();
+    fake_mac::click(kLeft);
+    EXPECT_TRUE(stage.popover.isShown);
+    EXPECT_EQ(stage.displayLinks, 0);
+}
+
 // The settings window
 
 TEST_F(MacProgramTest, OpeningTheProgramAgainShowsTheSettings)

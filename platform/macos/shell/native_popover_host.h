@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/macos/shell/closing_click.h"
+#include "platform/macos/shell/native_view.h"
 #include "platform/popover_host.h"
 
 #import <AppKit/AppKit.h>
@@ -18,13 +19,11 @@ struct NativePopoverParts {
     /// The view below which the popover opens; nil where there is none.
     std::function<NSView*()> anchor;
 
-    /// The native view of a widget, which makes it a native window of its own.
-    std::function<NSView*(QWidget&)> viewOf = nativeView;
+    ViewOf viewOf = nativeView;
 
     /// Seconds since the system started.
     std::function<double()> clock = systemUptime;
 
-    [[nodiscard]] static NSView* nativeView(QWidget& widget);
     [[nodiscard]] static double systemUptime();
 };
 

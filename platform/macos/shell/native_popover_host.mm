@@ -30,11 +30,6 @@
 
 namespace amperly {
 
-NSView* NativePopoverParts::nativeView(QWidget& widget)
-{
-    return (__bridge NSView*)reinterpret_cast<void*>(widget.winId());
-}
-
 double NativePopoverParts::systemUptime()
 {
     return NSProcessInfo.processInfo.systemUptime;

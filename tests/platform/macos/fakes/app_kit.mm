@@ -11,6 +11,7 @@
 #import <AppKit/AppKit.h>
 #import <ServiceManagement/ServiceManagement.h>
 
+#include "tests/platform/macos/fakes/display_links.h"
 #include "tests/platform/macos/fakes/images.h"
 
 #include <utility>
@@ -79,6 +80,11 @@ void track(NSMenu* menu);
 
 @implementation NSWindow
 
+- (NSWindowOcclusionState)occlusionState
+{
+    return NSWindowOcclusionStateVisible;
+}
+
 - (void)makeKeyWindow
 {
     ++stage().popover.keyWindows;
@@ -125,6 +131,11 @@ REMEMBERED(NSAutoresizingMaskOptions, autoresizingMask, setAutoresizingMask)
     if (view == nil)
         fault("nothing as a subview, which raises");
     ++of(self).subviews;
+}
+
+- (CADisplayLink*)displayLinkWithTarget:(id)target selector:(SEL)selector
+{
+    return makeDisplayLink(target, selector);
 }
 
 - (NSString*)toolTip
@@ -525,6 +536,16 @@ REMEMBERED(id<NSApplicationDelegate>, delegate, setDelegate)
 @end
 
 @implementation NSWorkspace
+
+- (BOOL)accessibilityDisplayShouldReduceMotion
+{
+    return stage().system.reducesMotion ? YES : NO;
+}
+
+- (BOOL)accessibilityDisplayShouldIncreaseContrast
+{
+    return stage().system.increasesContrast ? YES : NO;
+}
 
 + (NSWorkspace*)sharedWorkspace
 {

@@ -61,7 +61,38 @@ extern const NSFontWeight NSFontWeightRegular = 0.0;
 extern const NSFontWeight NSFontWeightMedium = 0.23;
 const NSAttributedStringKey NSFontAttributeName = @"NSFont";
 
+const NSFontDescriptorSystemDesign NSFontDescriptorSystemDesignRounded = @"NSCTFontUIFontDesignRounded";
+
+@implementation NSFontDescriptor
+
+- (NSFontDescriptor*)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design
+{
+    return stage().system.roundedFamily.empty() ? nil : [NSFontDescriptor new];
+}
+
+@end
+
 @implementation NSFont
+
++ (NSFont*)systemFontOfSize:(CGFloat)size
+{
+    return [self monospacedDigitSystemFontOfSize:size weight:NSFontWeightRegular];
+}
+
++ (NSFont*)fontWithDescriptor:(NSFontDescriptor*)descriptor size:(CGFloat)size
+{
+    return [self systemFontOfSize:size];
+}
+
+- (NSFontDescriptor*)fontDescriptor
+{
+    return [NSFontDescriptor new];
+}
+
+- (NSString*)familyName
+{
+    return makeString(stage().system.roundedFamily);
+}
 
 + (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight
 {

@@ -79,7 +79,11 @@ struct SystemState {
     long loginStatus = 0;
     std::optional<std::string> loginFailure;
     int loginSettingsOpened = 0;
+    bool savesPower = false;
+    bool reducesMotion = false;
+    bool increasesContrast = false;
     std::string locale = "en_US";
+    std::string roundedFamily = ".AppleSystemUIFontRounded"; ///< empty where there is none
     std::set<std::string> symbols{"laptopcomputer", "bolt.fill", "house.fill"}; ///< the system's
     int symbolsMade = 0;
 };
@@ -91,6 +95,8 @@ struct Stage {
     SystemState system;
     std::vector<MenuRow> menu; ///< visible lines of the last opening
     int menuOpenings = 0;
+    int displayLinks = 0; ///< running
+    float frameRate = 0.0F; ///< that the link made last prefers
     int timers = 0; ///< running
     double timerTolerance = 0.0; ///< of the timer that was made last
     int observers = 0; ///< of notifications and of keys
@@ -126,6 +132,9 @@ void finishPopoverAnimation();
 
 /// Lets time pass: timers fire.
 void advance(double seconds);
+
+/// The display shows a picture: links are called.
+void showFrame(double timestamp);
 
 /// Lets the main thread do what was handed to it.
 void runMainQueue();

@@ -16,6 +16,7 @@ protected:
     {
         EXPECT_EQ(stage.item.count, 0);
         EXPECT_EQ(stage.timers, 0);
+        EXPECT_EQ(stage.displayLinks, 0);
         EXPECT_EQ(stage.observers, 0);
         EXPECT_THAT(stage.faults, testing::IsEmpty());
     }

@@ -521,6 +521,11 @@ public:
     return info;
 }
 
+- (BOOL)isLowPowerModeEnabled
+{
+    return stage().system.savesPower ? YES : NO;
+}
+
 - (NSTimeInterval)systemUptime
 {
     return stage().system.uptime;

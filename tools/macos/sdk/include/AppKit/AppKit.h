@@ -5,7 +5,7 @@
 
 #pragma clang assume_nonnull begin
 
-@class NSEvent, NSImage, NSMenu, NSMenuItem, NSStatusBar, NSStatusBarButton, NSView, NSWindow;
+@class CADisplayLink, NSEvent, NSImage, NSMenu, NSMenuItem, NSStatusBar, NSStatusBarButton, NSView, NSWindow;
 
 @interface NSResponder : NSObject
 @end
@@ -38,7 +38,19 @@ typedef CGFloat NSFontWeight;
 extern "C" const NSFontWeight NSFontWeightRegular;
 extern "C" const NSFontWeight NSFontWeightMedium;
 
+typedef NSString* NSFontDescriptorSystemDesign;
+extern "C" const NSFontDescriptorSystemDesign NSFontDescriptorSystemDesignRounded AMPERLY_SINCE_MACOS(10.15);
+
+@interface NSFontDescriptor : NSObject
+- (nullable NSFontDescriptor*)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design
+    AMPERLY_SINCE_MACOS(10.15);
+@end
+
 @interface NSFont : NSObject
++ (NSFont*)systemFontOfSize:(CGFloat)size;
++ (nullable NSFont*)fontWithDescriptor:(NSFontDescriptor*)descriptor size:(CGFloat)size;
+@property (readonly, strong) NSFontDescriptor* fontDescriptor;
+@property (nullable, readonly, copy) NSString* familyName;
 + (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight;
 @end
 extern "C" const NSAttributedStringKey NSFontAttributeName;
@@ -80,6 +92,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property (nullable, readonly, assign) NSWindow* window;
 - (void)addSubview:(NSView*)view;
+- (CADisplayLink*)displayLinkWithTarget:(id)target selector:(SEL)selector AMPERLY_SINCE_MACOS(14.0);
 @property (nullable, copy) NSString* toolTip;
 - (void)setAccessibilityLabel:(nullable NSString*)label;
 @end
@@ -192,7 +205,12 @@ typedef NS_ENUM(NSUInteger, NSRectEdge) {
 - (void)close;
 @end
 
+typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
+    NSWindowOcclusionStateVisible = 1UL << 1,
+};
+
 @interface NSWindow : NSResponder
+@property (readonly) NSWindowOcclusionState occlusionState;
 - (void)makeKeyWindow;
 - (BOOL)makeFirstResponder:(nullable NSResponder*)responder;
 @end
@@ -238,6 +256,8 @@ extern "C" __kindof NSApplication* _Null_unspecified NSApp;
 @interface NSWorkspace : NSObject
 @property (class, readonly, strong) NSWorkspace* sharedWorkspace;
 - (BOOL)openURL:(NSURL*)url;
+@property (readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property (readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 @end
 
 #pragma clang assume_nonnull end

@@ -184,6 +184,7 @@ typedef NS_ENUM(NSUInteger, NSNumberFormatterRoundingMode) {
 @interface NSProcessInfo : NSObject
 @property (class, readonly, strong) NSProcessInfo* processInfo;
 @property (readonly) NSTimeInterval systemUptime;
+@property (readonly, getter=isLowPowerModeEnabled) BOOL lowPowerModeEnabled AMPERLY_SINCE_MACOS(12.0);
 @end
 
 @interface NSThread : NSObject
