@@ -9,6 +9,9 @@
 #import <AppKit/AppKit.h>
 
 #include <QObject>
+#include <QPointer>
+
+#include <vector>
 
 @class AMPPopoverDelegate;
 
@@ -48,6 +51,7 @@ private:
     void popoverDidClose();
     void fitToContent();
     void announceClosing();
+    QWidget* retireContent();
 
     NativePopoverParts m_parts;
     NSPopover* m_popover;
@@ -57,6 +61,7 @@ private:
     bool m_isClosingOnRequest = false;
     std::unique_ptr<QWidget> m_content;
     std::unique_ptr<ContentWatch> m_watch;
+    std::vector<QPointer<QWidget>> m_leaving; ///< hidden, destroyed once the event loop runs
     QObject m_context;
 };
 

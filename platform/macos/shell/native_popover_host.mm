@@ -75,6 +75,8 @@ NativePopoverHost::~NativePopoverHost()
     m_delegate->_didClose = nullptr;
     [m_popover close];
     m_popover.contentViewController = nil;
+    for (const QPointer<QWidget>& content : m_leaving)
+        delete content;
 }
 
 bool NativePopoverHost::isShown() const
@@ -103,9 +105,8 @@ void NativePopoverHost::show(std::unique_ptr<QWidget> content, std::optional<Scr
     m_popover.contentSize = size;
 
     // What a closing that is still on its way has left behind goes now.
-    m_watch.reset();
     if (m_content)
-        m_content.release()->deleteLater();
+        retireContent();
     m_content = std::move(content);
     m_watch = std::make_unique<ContentWatch>(*m_content, *this);
     m_content->show();
@@ -135,10 +136,18 @@ void NativePopoverHost::popoverDidClose()
         return;
     }
     m_popover.contentViewController = nil;
+    QObject::connect(retireContent(), &QObject::destroyed, &m_context, [this] { announceClosing(); });
+}
+
+QWidget* NativePopoverHost::retireContent()
+{
     m_watch.reset();
+    std::erase_if(m_leaving, [](const QPointer<QWidget>& content) { return content.isNull(); });
     QWidget* const leaving = m_content.release();
-    QObject::connect(leaving, &QObject::destroyed, &m_context, [this] { announceClosing(); });
+    m_leaving.emplace_back(leaving);
+    leaving->hide();
     leaving->deleteLater();
+    return leaving;
 }
 
 void NativePopoverHost::fitToContent()

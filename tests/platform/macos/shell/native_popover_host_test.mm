@@ -197,6 +197,15 @@ TEST_F(NativePopoverHostTest, ClosingWhatIsNotShownDoesNothing)
     EXPECT_EQ(closings, 0);
 }
 
+TEST_F(NativePopoverHostTest, TheHostsEndTakesContentAlongThatWasAboutToGo)
+{
+    show();
+    host->close();
+    EXPECT_TRUE(content->isHidden());
+    host.reset();
+    EXPECT_TRUE(isGone);
+}
+
 TEST_F(NativePopoverHostTest, TheHostsEndTakesThePopoverAlong)
 {
     show();
