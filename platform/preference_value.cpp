@@ -1,12 +1,12 @@
 #include "platform/preference_value.h"
 
+#include "platform/decimal_text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <locale>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -66,19 +66,12 @@ std::string_view decimalPrefix(std::string_view text)
 
 double realIn(std::string_view text)
 {
-    using Limits = std::numeric_limits<double>;
     const auto [number, isNegative] = withoutSign(text);
     // Words such as "inf" and "nan" and a second sign are no numbers here.
     const std::size_t firstDigit = number.starts_with('.') ? 1 : 0;
     if (firstDigit >= number.size() || kDigits.find(number[firstDigit]) == std::string_view::npos)
         return 0.0;
-    // Not every C++ library has from_chars() for these yet. A number that fits no double comes out
-    // as the nearest one, or as infinity.
-    std::istringstream stream{std::string(decimalPrefix(number))};
-    stream.imbue(std::locale::classic());
-    double magnitude = 0.0;
-    stream >> magnitude;
-    magnitude = std::min(magnitude, Limits::max());
+    const double magnitude = decimalValue(decimalPrefix(number));
     return isNegative ? -magnitude : magnitude;
 }
 

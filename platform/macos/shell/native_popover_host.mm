@@ -91,8 +91,6 @@ void NativePopoverHost::show(std::unique_ptr<QWidget> content, std::optional<Scr
     if (m_closingClick.isRestOfIt(m_parts.clock()) || anchor == nil)
         return;
 
-    // The popover's own material is the background.
-    content->setAttribute(Qt::WA_TranslucentBackground);
     content->adjustSize();
     NSView* const view = m_parts.viewOf(*content);
     const NSSize size = NSMakeSize(content->width(), content->height());
