@@ -1,7 +1,7 @@
 #include "platform/linux/motion/desktop_motion.h"
 
 #include "platform/linux/motion/kde_animations.h"
-#include "platform/linux/motion/x11_settings.h"
+#include "platform/linux/x11/x11_settings.h"
 
 namespace amperly {
 

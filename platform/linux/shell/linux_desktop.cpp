@@ -49,6 +49,8 @@ void LinuxDesktop::activate()
     // The click that led here went to the panel, so the window manager has not seen the user
     // with this program for a while and would keep its windows behind.
     takeUserTime();
+    if (m_activateHandler)
+        m_activateHandler();
 }
 
 void LinuxDesktop::quit()

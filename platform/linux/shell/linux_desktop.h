@@ -33,6 +33,10 @@ public:
     void log(std::string_view line) override;
     void onReopen(std::function<void()> handler) override;
     void activate() override;
+
+    /// Called before a window comes to the front.
+    void onActivate(std::function<void()> handler) { m_activateHandler = std::move(handler); }
+
     void quit() override;
     [[nodiscard]] std::optional<int> visibleScreenHeight() const override;
     [[nodiscard]] bool isInstalled() const override;
@@ -42,6 +46,7 @@ private:
     SingleInstance& m_instance;
     Installation m_installation;
     Launch m_launch;
+    std::function<void()> m_activateHandler;
 };
 
 } // namespace amperly

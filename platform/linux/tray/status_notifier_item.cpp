@@ -28,7 +28,8 @@ StatusNotifierItem::StatusNotifierItem(
     if (m_profile.drawing != ItemDrawing::Labelled)
         return;
     slot = nullptr;
-    sd_bus_add_object_vtable(m_connection.bus(), &slot, m_path.c_str(), kInterfaceName, kLabelInterface, this);
+    sd_bus_add_object_vtable(
+        m_connection.bus(), &slot, m_path.c_str(), kInterfaceName, kLabelInterface, this);
     m_labelObject.reset(slot);
 }
 
@@ -94,8 +95,8 @@ void StatusNotifierItem::publish()
     if (m_profile.drawing != ItemDrawing::Labelled)
         return;
     if (label) {
-        sd_bus_emit_signal(
-            m_connection.bus(), m_path.c_str(), kInterfaceName, "XAyatanaNewLabel", "ss", m_label.c_str(), "");
+        sd_bus_emit_signal(m_connection.bus(), m_path.c_str(), kInterfaceName, "XAyatanaNewLabel", "ss",
+            m_label.c_str(), "");
     }
     // The label's host reads the spoken description too, and there is no signal for it.
     if (spoken) {
@@ -112,8 +113,7 @@ void StatusNotifierItem::registerWith(const std::string& watcher, std::function<
     m_registered = true;
     sd_bus_slot* slot = nullptr;
     sd_bus_call_method_async(m_connection.bus(), &slot, watcher.c_str(), "/StatusNotifierWatcher",
-        "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem", registered, this, "s",
-        m_path.c_str());
+        "org.kde.StatusNotifierWatcher", "RegisterStatusNotifierItem", registered, this, "s", m_path.c_str());
     m_registration.reset(slot);
     m_connection.settle();
 }

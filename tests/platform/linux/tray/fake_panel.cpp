@@ -95,7 +95,8 @@ FakePanel::FakePanel(const std::string& address, bool hasHost)
         sd_bus_add_match_async(bus, &match, rule, signalArrived, nullptr, this);
         kept.reset(match);
     };
-    listen("type='signal',path_namespace='/StatusNotifierItem',interface='org.kde.StatusNotifierItem'", m_itemSignals);
+    listen("type='signal',path_namespace='/StatusNotifierItem',interface='org.kde.StatusNotifierItem'",
+        m_itemSignals);
     listen("type='signal',path='/MenuBar'", m_menuSignals);
     listen("type='signal',path_namespace='/StatusNotifierItem',interface='org.freedesktop.DBus.Properties'",
         m_propertySignals);
@@ -141,8 +142,9 @@ bool FakePanel::sees(std::size_t items)
 
 bool FakePanel::isThere(const std::string& item)
 {
-    const BusMessage reply = ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-        "NameHasOwner", [&](sd_bus_message* call) { sd_bus_message_append(call, "s", busName(item).c_str()); });
+    const BusMessage reply
+        = ask("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
+            [&](sd_bus_message* call) { sd_bus_message_append(call, "s", busName(item).c_str()); });
     int owned = 0;
     sd_bus_message_read(reply.get(), "b", &owned);
     return owned != 0;
@@ -166,9 +168,8 @@ BusMessage FakePanel::ask(const std::string& item, const char* path, const char*
         BusMessage message;
     } answer;
     sd_bus_message* message = nullptr;
-    EXPECT_GE(
-        sd_bus_message_new_method_call(m_connection->bus(), &message, busName(item).c_str(), path,
-                  interface, member),
+    EXPECT_GE(sd_bus_message_new_method_call(
+                  m_connection->bus(), &message, busName(item).c_str(), path, interface, member),
         0);
     const BusMessage call(message);
     if (append)

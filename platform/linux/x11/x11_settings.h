@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace amperly {
@@ -13,8 +14,13 @@ namespace amperly {
 [[nodiscard]] std::optional<std::int32_t> integerSetting(
     std::span<const std::uint8_t> settings, std::string_view name);
 
+/// The same for a text.
+[[nodiscard]] std::optional<std::string> textSetting(
+    std::span<const std::uint8_t> settings, std::string_view name);
+
 /// The same of the toolkit's display; nothing on other windowing systems and desktops that publish
 /// no settings.
 [[nodiscard]] std::optional<std::int32_t> x11IntegerSetting(std::string_view name);
+[[nodiscard]] std::optional<std::string> x11TextSetting(std::string_view name);
 
 } // namespace amperly

@@ -1,10 +1,12 @@
-#include "platform/linux/motion/x11_settings.h"
+#include "platform/linux/x11/x11_settings.h"
 
 #include "platform/linux/x11/x11_atoms.h"
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/x11/x11_reply.h"
 
 #include <array>
+#include <utility>
+#include <variant>
 
 namespace amperly {
 
@@ -60,9 +62,10 @@ private:
     bool m_pastEnd = false;
 };
 
-} // namespace
+using Value = std::variant<std::monostate, std::int32_t, std::string_view>;
 
-std::optional<std::int32_t> integerSetting(std::span<const std::uint8_t> settings, std::string_view name)
+/// The value called `name`, or none.
+Value findSetting(std::span<const std::uint8_t> settings, std::string_view name)
 {
     Reader reader(settings);
     reader.setLowestFirst(reader.number(1) == 0);
@@ -73,26 +76,27 @@ std::optional<std::int32_t> integerSetting(std::span<const std::uint8_t> setting
         reader.skip(1);
         const std::string_view found = reader.text(reader.number(2));
         reader.skip(4); // serial of its last change
-        if (kind == kInteger) {
-            const auto value = static_cast<std::int32_t>(reader.number(4));
-            if (found == name && !reader.isPastEnd())
-                return value;
-        } else if (kind == kText) {
-            static_cast<void>(reader.text(reader.number(4)));
-        } else if (kind == kColor) {
+        Value value;
+        if (kind == kInteger)
+            value = static_cast<std::int32_t>(reader.number(4));
+        else if (kind == kText)
+            value = reader.text(reader.number(4));
+        else if (kind == kColor)
             reader.skip(8);
-        } else {
-            return std::nullopt;
-        }
+        else
+            return {};
+        if (found == name && !reader.isPastEnd())
+            return value;
     }
-    return std::nullopt;
+    return {};
 }
 
-std::optional<std::int32_t> x11IntegerSetting(std::string_view name)
+/// The settings of the toolkit's display, serialised; none without any.
+X11Reply<xcb_get_property_reply_t> publishedSettings()
 {
     xcb_connection_t* const connection = x11Connection();
     if (connection == nullptr)
-        return std::nullopt;
+        return nullptr;
     xcb_atom_t selection = XCB_ATOM_NONE;
     xcb_atom_t property = XCB_ATOM_NONE;
     std::array names{X11AtomName{&selection, "_XSETTINGS_S0"}, X11AtomName{&property, "_XSETTINGS_SETTINGS"}};
@@ -100,15 +104,45 @@ std::optional<std::int32_t> x11IntegerSetting(std::string_view name)
     const X11Reply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr));
     if (!owner || owner->owner == XCB_WINDOW_NONE)
-        return std::nullopt;
+        return nullptr;
     constexpr std::uint32_t kMost = 1U << 14; // units of four bytes: many times what desktops publish
-    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+    X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         connection, xcb_get_property(connection, 0, owner->owner, property, property, 0, kMost), nullptr));
-    if (!reply || reply->format != 8)
-        return std::nullopt;
-    return integerSetting({static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get())),
-                              static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))},
-        name);
+    return reply && reply->format == 8 ? std::move(reply) : nullptr;
+}
+
+std::span<const std::uint8_t> bytesOf(const xcb_get_property_reply_t& reply)
+{
+    return {static_cast<const std::uint8_t*>(xcb_get_property_value(&reply)),
+        static_cast<std::size_t>(xcb_get_property_value_length(&reply))};
+}
+
+} // namespace
+
+std::optional<std::int32_t> integerSetting(std::span<const std::uint8_t> settings, std::string_view name)
+{
+    const Value value = findSetting(settings, name);
+    const auto* const integer = std::get_if<std::int32_t>(&value);
+    return integer != nullptr ? std::optional(*integer) : std::nullopt;
+}
+
+std::optional<std::string> textSetting(std::span<const std::uint8_t> settings, std::string_view name)
+{
+    const Value value = findSetting(settings, name);
+    const auto* const text = std::get_if<std::string_view>(&value);
+    return text != nullptr ? std::optional<std::string>(*text) : std::nullopt;
+}
+
+std::optional<std::int32_t> x11IntegerSetting(std::string_view name)
+{
+    const auto settings = publishedSettings();
+    return settings ? integerSetting(bytesOf(*settings), name) : std::nullopt;
+}
+
+std::optional<std::string> x11TextSetting(std::string_view name)
+{
+    const auto settings = publishedSettings();
+    return settings ? textSetting(bytesOf(*settings), name) : std::nullopt;
 }
 
 } // namespace amperly

@@ -1,4 +1,4 @@
-#include "platform/linux/motion/x11_settings.h"
+#include "platform/linux/x11/x11_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +85,16 @@ TEST(X11SettingsTest, AnIntegerIsFoundAmongAllKindsOfSettings)
         EXPECT_EQ(integerSetting(settings.bytes(), kAnimations), 0) << lowestFirst;
         EXPECT_EQ(integerSetting(settings.bytes(), "Xft/DPI"), 9) << lowestFirst;
     }
+}
+
+TEST(X11SettingsTest, ATextIsFoundBesideIntegers)
+{
+    Settings settings(true, 2);
+    settings.integer(kAnimations, 0).text("Net/ThemeName", "Adwaita-dark");
+    EXPECT_EQ(textSetting(settings.bytes(), "Net/ThemeName"), "Adwaita-dark");
+    EXPECT_EQ(textSetting(settings.bytes(), kAnimations), std::nullopt);
+    EXPECT_EQ(textSetting(std::span(settings.bytes()).first(settings.bytes().size() - 1), "Net/ThemeName"),
+        std::nullopt);
 }
 
 TEST(X11SettingsTest, ANegativeIntegerIsRead)
