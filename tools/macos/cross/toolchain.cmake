@@ -34,4 +34,6 @@ string(JOIN " " CMAKE_EXE_LINKER_FLAGS_INIT
     -lSystem -lc++ -lobjc -Wl,-undefined,dynamic_lookup)
 
 # The toolkit's headers are the host's; they read as macOS's.
+set(GTest_DIR ${CMAKE_CURRENT_LIST_DIR}/packages/GTest)
+set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST) # nothing of this runs here
 set(Qt6_DIR ${CMAKE_CURRENT_LIST_DIR}/packages/Qt6)

@@ -1,8 +1,11 @@
 # The toolkit as far as compiling goes: the host's headers and tools, and no libraries.
+if(TARGET Qt6::Core)
+    return()
+endif()
 execute_process(COMMAND uname -m OUTPUT_VARIABLE machine OUTPUT_STRIP_TRAILING_WHITESPACE)
 set(qt_headers /usr/include/${machine}-linux-gnu/qt6)
 
-foreach(module Core Gui Widgets Svg)
+foreach(module Core Gui Widgets Svg Test)
     add_library(Qt6::${module} INTERFACE IMPORTED)
     string(TOUPPER ${module} upper)
     target_compile_definitions(Qt6::${module} INTERFACE QT_${upper}_LIB)
@@ -11,6 +14,7 @@ endforeach()
 target_link_libraries(Qt6::Gui INTERFACE Qt6::Core)
 target_link_libraries(Qt6::Widgets INTERFACE Qt6::Gui)
 target_link_libraries(Qt6::Svg INTERFACE Qt6::Gui)
+target_link_libraries(Qt6::Test INTERFACE Qt6::Core)
 
 # qt_add_resources(target name PREFIX p BASE b [OPTIONS o...] FILES f...)
 function(qt_add_resources target name)
