@@ -3,11 +3,15 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_OBJCXX_STANDARD 20)
+set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
 
 find_program(AMPERLY_CCACHE ccache)
 if(AMPERLY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${AMPERLY_CCACHE})
     set(CMAKE_CXX_COMPILER_LAUNCHER ${AMPERLY_CCACHE})
+    set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${AMPERLY_CCACHE})
 endif()
 
 # What ships is optimised as a whole: less code is touched when a tick wakes the program, which is
@@ -27,7 +31,11 @@ target_compile_options(amperly_options INTERFACE
 # Toolkit slots reached by name only would hide a typing error until run time.
 target_compile_definitions(amperly_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
-target_link_options(amperly_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+if(APPLE)
+    target_link_options(amperly_options INTERFACE -Wl,-dead_strip)
+else()
+    target_link_options(amperly_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+endif()
 
 if(AMPERLY_SANITIZE)
     target_compile_options(amperly_options INTERFACE

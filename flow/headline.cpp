@@ -23,14 +23,9 @@ const QString& caption()
     return text;
 }
 
-QFont figureFont()
-{
-    return sizedFont(kFigureSize, QFont::DemiBold);
-}
-
 } // namespace
 
-Headline::Headline(QWidget* parent) : SpokenText(parent), m_figure(figureFont())
+Headline::Headline(QWidget* parent) : SpokenText(parent), m_figure(figureFont(kFigureSize, QFont::DemiBold))
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -95,7 +90,7 @@ void Headline::changeEvent(QEvent* event)
 {
     SpokenText::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange) {
-        m_figure.setFont(figureFont());
+        m_figure.setFont(figureFont(kFigureSize, QFont::DemiBold));
         updateGeometry();
     }
     if (event->type() == QEvent::PaletteChange)

@@ -1,5 +1,7 @@
 #include "platform/preference_value.h"
 
+#include "platform/decimal_text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -44,32 +46,32 @@ std::int64_t integerIn(std::string_view text)
     return isNegative ? -static_cast<std::int64_t>(magnitude) : static_cast<std::int64_t>(magnitude);
 }
 
-/// Whether a decimal number without sign, known to fit no double, is too large rather than
-/// too small: where its first digit other than 0 stands is all that decides.
-bool isTooLarge(std::string_view number)
+/// The number at the start of a text: digits with a point among them or not, and a power of ten.
+std::string_view decimalPrefix(std::string_view text)
 {
-    const std::size_t mantissaEnd = std::min(number.find_first_not_of("0123456789."), number.size());
-    const std::string_view mantissa = number.substr(0, mantissaEnd);
-    const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
-    const auto firstDigit = static_cast<std::int64_t>(mantissa.find_first_of("123456789"));
-    const std::string_view exponent = number.substr(std::min(mantissaEnd + 1, number.size()));
-    constexpr std::int64_t kFarAway = std::int64_t{1} << 60; // so that the sum cannot overflow
-    return point - firstDigit + std::clamp(integerIn(exponent), -kFarAway, kFarAway) > 0;
+    const auto digitsFrom
+        = [text](std::size_t place) { return std::min(text.find_first_not_of(kDigits, place), text.size()); };
+    std::size_t end = digitsFrom(0);
+    if (end < text.size() && text[end] == '.')
+        end = digitsFrom(end + 1);
+    if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
+        const std::size_t sign = end + 1;
+        const bool isSigned = sign < text.size() && (text[sign] == '-' || text[sign] == '+');
+        const std::size_t power = isSigned ? sign + 1 : sign;
+        if (digitsFrom(power) > power)
+            end = digitsFrom(power);
+    }
+    return text.substr(0, end);
 }
 
 double realIn(std::string_view text)
 {
-    using Limits = std::numeric_limits<double>;
     const auto [number, isNegative] = withoutSign(text);
     // Words such as "inf" and "nan" and a second sign are no numbers here.
     const std::size_t firstDigit = number.starts_with('.') ? 1 : 0;
     if (firstDigit >= number.size() || kDigits.find(number[firstDigit]) == std::string_view::npos)
         return 0.0;
-    double magnitude = 0.0;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), magnitude);
-    if (error == std::errc::result_out_of_range)
-        magnitude = isTooLarge(number) ? Limits::max() : 0.0;
-    magnitude = std::min(magnitude, Limits::max());
+    const double magnitude = decimalValue(decimalPrefix(number));
     return isNegative ? -magnitude : magnitude;
 }
 

@@ -1,7 +1,7 @@
 #include "render/decimal_formatter.h"
 
 #include "render/decimal_rounding.h"
-#include "render/icu_decimals.h"
+#include "render/locale_decimals.h"
 
 #include <array>
 #include <charconv>
@@ -36,11 +36,11 @@ DecimalFormatter::DecimalFormatter(
 
 void DecimalFormatter::append(std::string& text, double value) const
 {
-    // A comparison alone would let negative zero pass, which ICU signs.
+    // A comparison alone would let negative zero pass, which the system signs.
     if (m_shape && !std::signbit(value) && value < kLargestRoundable)
         m_shape->append(text, roundedHalfEven(value, m_fractionDigits), m_fractionDigits);
-    else if (const auto icuText = IcuDecimals{m_localeId, m_fractionDigits}.text(value))
-        text += *icuText;
+    else if (const auto systemText = LocaleDecimals{m_localeId, m_fractionDigits}.text(value))
+        text += *systemText;
     else
         appendPlain(text, value, m_fractionDigits);
 }

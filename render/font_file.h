@@ -1,7 +1,6 @@
 // A font file while it is open: what its characters measure and how they look in pixels.
 //
-// The file is read with FreeType itself. The toolkit's way to a font, even to a single file of
-// it, keeps some 400 KB of private memory after the font is closed; this way keeps next to none.
+// Each system has its own way of drawing text; what they have in common is here.
 #pragma once
 
 #include "platform/coverage_mask.h"
@@ -10,15 +9,15 @@
 #include <memory>
 #include <optional>
 
-struct FT_FaceRec_;
-struct FT_LibraryRec_;
-
 namespace amperly {
 
 class FontFile {
 public:
     /// Nothing where the file cannot be read or holds no outlines.
     [[nodiscard]] static std::optional<FontFile> open(const FontFace& face);
+    ~FontFile();
+    FontFile(FontFile&&) noexcept;
+    FontFile& operator=(FontFile&&) noexcept;
 
     [[nodiscard]] bool has(char32_t character) const;
 
@@ -39,23 +38,15 @@ public:
         int advance = 0; ///< pixels the pen moves on
     };
 
-    /// Draws a character at `pixelSize` pixels per em, its stems and bars fitted to whole pixels
-    /// both ways, as small figures stay legible. Nothing for a character the font lacks.
+    /// Draws a character at `pixelSize` pixels per em, as this system draws small text.
+    /// Nothing for a character the font lacks.
     [[nodiscard]] std::optional<Drawing> draw(char32_t character, double pixelSize);
 
 private:
-    struct Closer {
-        void operator()(FT_LibraryRec_* library) const;
-        void operator()(FT_FaceRec_* face) const;
-    };
+    struct Face;
+    explicit FontFile(std::unique_ptr<Face> face);
 
-    FontFile() = default;
-
-    [[nodiscard]] bool loadUnscaled(char32_t character) const;
-
-    // The face is closed before the library that opened it.
-    std::unique_ptr<FT_LibraryRec_, Closer> m_library;
-    std::unique_ptr<FT_FaceRec_, Closer> m_face;
+    std::unique_ptr<Face> m_face;
 };
 
 } // namespace amperly

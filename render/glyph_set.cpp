@@ -1,6 +1,7 @@
 #include "render/glyph_set.h"
 
 #include "render/pixel_grid.h"
+#include "render/system_symbols.h"
 
 #include <QImage>
 #include <QLatin1String>
@@ -9,6 +10,8 @@
 #include <QSvgRenderer>
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 namespace amperly {
 namespace {
@@ -74,6 +77,8 @@ const GlyphForm& glyphNamed(std::string_view name)
 
 GlyphSize glyphSize(std::string_view name, const GlyphStyle& style)
 {
+    if (const std::optional<GlyphSize> size = systemSymbolSize(name, style))
+        return *size;
     const double unit = pointsPerUnit(style);
     return {
         .width = boxWidth(glyphNamed(name), style.weight) * unit, .height = boxHeight(style.weight) * unit};
@@ -87,7 +92,28 @@ double crispPixelsPerUnit(double pixelsPerUnit)
 
 const GlyphDrawing& GlyphSet::drawing(std::string_view name, const GlyphStyle& style, double scale)
 {
+    if (const GlyphDrawing* const own = systemDrawing(name, style, scale))
+        return *own;
     return drawingPerUnit(name, style.weight, crispPixelsPerUnit(pointsPerUnit(style) * scale));
+}
+
+const GlyphDrawing* GlyphSet::systemDrawing(std::string_view name, const GlyphStyle& style, double scale)
+{
+    const auto known
+        = std::find_if(m_systemEntries.begin(), m_systemEntries.end(), [&](const SystemEntry& each) {
+              return each.name == name && each.style == style && each.scale == scale;
+          });
+    if (known != m_systemEntries.end())
+        return &known->drawing;
+    std::optional<GlyphDrawing> drawn = drawSystemSymbol(name, style, scale);
+    if (!drawn)
+        return nullptr;
+    if (m_systemEntries.size() == kMostEntries)
+        m_systemEntries.clear();
+    return &m_systemEntries
+                .emplace_back(SystemEntry{
+                    .name = std::string(name), .style = style, .scale = scale, .drawing = std::move(*drawn)})
+                .drawing;
 }
 
 const GlyphDrawing& GlyphSet::drawingPerUnit(std::string_view name, FontWeight weight, double pixelsPerUnit)

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -62,7 +63,8 @@ struct GlyphSize {
     friend bool operator==(const GlyphSize&, const GlyphSize&) = default;
 };
 
-/// The box of a symbol in a style, the same at every scale.
+/// The box of a symbol in a style, the same at every scale. Where the system has symbols of its
+/// own, it is the box of the system's.
 [[nodiscard]] GlyphSize glyphSize(std::string_view name, const GlyphStyle& style);
 
 /// The nearest number of pixels per unit of a master's grid at which its strokes fill whole
@@ -94,7 +96,18 @@ private:
         GlyphDrawing drawing;
     };
 
+    /// A symbol as the system draws it.
+    struct SystemEntry {
+        std::string name;
+        GlyphStyle style;
+        double scale = 0.0;
+        GlyphDrawing drawing;
+    };
+    [[nodiscard]] const GlyphDrawing* systemDrawing(
+        std::string_view name, const GlyphStyle& style, double scale);
+
     std::vector<Entry> m_entries;
+    std::vector<SystemEntry> m_systemEntries;
 };
 
 } // namespace amperly

@@ -1,5 +1,5 @@
 // How one locale writes a plain decimal number: its ten digits, its separators and where they
-// stand. ICU knows all of this, but its formatter takes a microsecond for each number and keeps
+// stand. The system knows all of this, but its formatter takes a microsecond for each number and keeps
 // its memory for good, so it is asked once, with a specimen, and let go.
 #pragma once
 
@@ -29,7 +29,7 @@ struct NumberShape {
     friend bool operator==(const NumberShape&, const NumberShape&) = default;
 };
 
-/// The shape of positive decimals in the locale, by ICU's name for it. Nothing when ICU can't
+/// The shape of positive decimals in the locale, by the system's name for it. Nothing when it can't
 /// tell, or writes numbers that no shape describes.
 [[nodiscard]] std::optional<NumberShape> harvestNumberShape(const std::string& localeId);
 

@@ -1,7 +1,5 @@
-#include "render/icu_decimals.h"
+#include "render/locale_decimals.h"
 #include "render/number_shape.h"
-
-#include <unicode/dcfmtsym.h>
 
 #include <string_view>
 #include <vector>
@@ -17,40 +15,15 @@ constexpr std::size_t kSpecimenFraction = 5;
 // Most locales group as soon as one digit stands before the first group, some wait for two or three.
 constexpr int kMostMinimumGroupingDigits = 4;
 
-std::optional<ShortText> symbol(
-    const icu::DecimalFormatSymbols& symbols, icu::DecimalFormatSymbols::ENumberFormatSymbol which)
-{
-    std::string utf8;
-    symbols.getSymbol(which).toUTF8String(utf8);
-    return ShortText::from(utf8);
-}
-
 /// Fills in the digits and separators.
 bool takeSymbols(const std::string& localeId, NumberShape& shape)
 {
-    using Symbols = icu::DecimalFormatSymbols;
-    // The digits after zero have numbers of their own, all in a row.
-    constexpr std::array kDigits{Symbols::kZeroDigitSymbol, Symbols::kOneDigitSymbol,
-        Symbols::kTwoDigitSymbol, Symbols::kThreeDigitSymbol, Symbols::kFourDigitSymbol,
-        Symbols::kFiveDigitSymbol, Symbols::kSixDigitSymbol, Symbols::kSevenDigitSymbol,
-        Symbols::kEightDigitSymbol, Symbols::kNineDigitSymbol};
-
-    UErrorCode status = U_ZERO_ERROR;
-    const Symbols symbols{icu::Locale{localeId.c_str()}, status};
-    if (U_FAILURE(status))
+    const std::optional<NumberSymbols> symbols = numberSymbols(localeId);
+    if (!symbols)
         return false;
-    for (std::size_t digit = 0; digit < kDigits.size(); ++digit) {
-        const auto glyph = symbol(symbols, kDigits[digit]);
-        if (!glyph)
-            return false;
-        shape.digits[digit] = *glyph;
-    }
-    const auto decimalSeparator = symbol(symbols, Symbols::kDecimalSeparatorSymbol);
-    const auto groupingSeparator = symbol(symbols, Symbols::kGroupingSeparatorSymbol);
-    if (!decimalSeparator || !groupingSeparator)
-        return false;
-    shape.decimalSeparator = *decimalSeparator;
-    shape.groupingSeparator = *groupingSeparator;
+    shape.digits = symbols->digits;
+    shape.decimalSeparator = symbols->decimalSeparator;
+    shape.groupingSeparator = symbols->groupingSeparator;
     return true;
 }
 
@@ -63,7 +36,7 @@ bool take(std::string_view& text, const ShortText& piece)
     return true;
 }
 
-/// Reads the sizes of the groups, and what stands around the number, off ICU's specimen.
+/// Reads the sizes of the groups, and what stands around the number, off a specimen.
 bool takeLayout(std::string_view specimen, NumberShape& shape)
 {
     const auto firstDigit = specimen.find(shape.digits[1].view());
@@ -100,13 +73,13 @@ bool takeLayout(std::string_view specimen, NumberShape& shape)
 }
 
 /// How many digits must stand before the first separator, found out by counting up.
-std::optional<std::uint8_t> minimumGroupingDigits(const IcuDecimals& icuDecimals, const NumberShape& shape)
+std::optional<std::uint8_t> minimumGroupingDigits(const LocaleDecimals& decimals, const NumberShape& shape)
 {
     double value = 1.0;
     for (int digit = 0; digit < shape.primaryGroup; ++digit)
         value *= 10.0;
     for (int minimum = 1; minimum <= kMostMinimumGroupingDigits; ++minimum, value *= 10.0) {
-        const std::optional<std::string> text = icuDecimals.text(value);
+        const std::optional<std::string> text = decimals.text(value);
         if (!text)
             return std::nullopt;
         if (text->find(shape.groupingSeparator.view()) != std::string::npos)
@@ -115,13 +88,13 @@ std::optional<std::uint8_t> minimumGroupingDigits(const IcuDecimals& icuDecimals
     return std::nullopt;
 }
 
-/// Whether numbers of every length come out as ICU writes them.
-bool describes(const NumberShape& shape, const IcuDecimals& icuDecimals)
+/// Whether numbers of every length come out as the system writes them.
+bool describes(const NumberShape& shape, const LocaleDecimals& decimals)
 {
     for (const std::uint64_t tenths : {7ULL, 143ULL, 12345ULL, 678904ULL, 9876543210ULL}) {
         std::string text;
         shape.append(text, tenths, 1);
-        if (icuDecimals.text(static_cast<double>(tenths) / 10.0) != text)
+        if (decimals.text(static_cast<double>(tenths) / 10.0) != text)
             return false;
     }
     return true;
@@ -134,18 +107,18 @@ std::optional<NumberShape> harvestNumberShape(const std::string& localeId)
     // ICU would also tell which part of its text is what, but looks that up in character sets
     // which it then keeps: 90 kB, three times what all of the rest takes.
     NumberShape shape;
-    const IcuDecimals icuDecimals{localeId, 1};
-    const std::optional<std::string> specimen = icuDecimals.text(kSpecimen);
+    const LocaleDecimals decimals{localeId, 1};
+    const std::optional<std::string> specimen = decimals.text(kSpecimen);
     if (!specimen || !takeSymbols(localeId, shape) || !takeLayout(*specimen, shape))
         return std::nullopt;
 
     if (shape.primaryGroup > 0) {
-        const auto minimum = minimumGroupingDigits(icuDecimals, shape);
+        const auto minimum = minimumGroupingDigits(decimals, shape);
         if (!minimum)
             return std::nullopt;
         shape.minimumGroupingDigits = *minimum;
     }
-    if (!describes(shape, icuDecimals))
+    if (!describes(shape, decimals))
         return std::nullopt;
     return shape;
 }

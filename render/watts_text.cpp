@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace amperly {
 namespace {
@@ -36,8 +35,7 @@ std::string flowText(double value, bool known, int decimals, bool unit, bool sig
 
 const std::array<DecimalFormatter, 2>& StatusRenderer::formatters()
 {
-    static const std::array<DecimalFormatter, 2> formatters
-        = formattersFor(userNumberLocale([](const char* name) -> const char* { return std::getenv(name); }));
+    static const std::array<DecimalFormatter, 2> formatters = formattersFor(numberLocaleOfUser());
     return formatters;
 }
 

@@ -19,8 +19,9 @@ void FormLabel::paintEvent(QPaintEvent*)
     const FormColors colors = FormColors::of(palette());
     QPainter painter(this);
     painter.setPen(m_rank == Rank::First ? colors.text : colors.secondary);
-    int flags = Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute
-        | textDirection(text());
+    int flags = Qt::AlignVCenter | textDirection(text());
+    flags |= Qt::AlignAbsolute;
+    flags |= isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
     if (buddy() != nullptr)
         flags |= mnemonicFlag(*this);
     if (wordWrap())

@@ -112,10 +112,10 @@ void Picker::paintEvent(QPaintEvent*)
         text.setLeft(box.right() + kLook.iconGap);
     }
     painter.setPen(colors.text);
-    painter.drawText(placed(text),
-        Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute
-            | textDirection(currentText()),
-        currentText());
+    int flags = Qt::AlignVCenter | textDirection(currentText());
+    flags |= Qt::AlignAbsolute;
+    flags |= isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
+    painter.drawText(placed(text), flags, currentText());
     const QRectF arrows(inner.right() - kLook.arrowWidth, inner.top(), kLook.arrowWidth, inner.height());
     drawArrows(painter, placed(arrows).center(), colors.secondary);
     drawFocus(painter, *this, body, kForm.controlCorner);

@@ -1,8 +1,7 @@
 // amperly-reading: prints what Amperly can know of this machine's power, a figure a line. For
 // scripts, and for people who report how their machine is read.
 
-#include "platform/linux/power/linux_registry.h"
-#include "platform/linux/power/no_smc_service.h"
+#include "own_sources.h"
 #include "telemetry/power_reader.h"
 
 #include <cstdio>
@@ -41,9 +40,8 @@ void print(const PowerSample& sample)
 
 int main()
 {
-    amperly::LinuxRegistry registry;
-    amperly::NoSmcService noController;
-    const amperly::PowerReader::Sources sources(noController, registry);
+    amperly::OwnSources own;
+    const amperly::PowerReader::Sources sources(own.smcService, own.registry);
     const std::optional<PowerSample> sample = amperly::PowerReader::read();
     if (!sample) {
         std::puts("No readable power source on this machine.");

@@ -1,5 +1,7 @@
 #include "render/look/text_style.h"
 
+#include "render/look/rounded_font.h"
+
 #include <QGuiApplication>
 
 namespace amperly {
@@ -34,6 +36,14 @@ QFont sizedFont(int points, QFont::Weight weight)
     // The toolkit's pixels are the screen's points: scaling comes on top.
     font.setPixelSize(points);
     font.setWeight(weight);
+    return font;
+}
+
+QFont figureFont(int points, QFont::Weight weight)
+{
+    QFont font = sizedFont(points, weight);
+    if (const std::string rounded = roundedFontFamily(); !rounded.empty())
+        font.setFamilies(QStringList{toText(rounded)} + font.families());
     return font;
 }
 

@@ -1,5 +1,8 @@
 #include "render/look/window_colors.h"
 
+#include "platform/contrast_setting.h"
+#include "platform/injected.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,10 +10,23 @@ namespace amperly {
 
 namespace {
 
-// Shares of the text's colour. On dark windows more is needed for the same contrast.
-constexpr double kSecondaryOnLight = 0.6;
-constexpr double kSecondaryOnDark = 0.66;
-constexpr double kSeparator = 0.14;
+/// Shares of the text's colour. On dark windows more is needed for the same contrast.
+struct Shares {
+    double secondaryOnLight = 0.6;
+    double secondaryOnDark = 0.66;
+    double separator = 0.14;
+};
+constexpr Shares kUsual;
+
+/// For users who have asked for more contrast: the second rank is nearly the first, and lines
+/// are as strong as the outline of a button.
+constexpr Shares kStrong{.secondaryOnLight = 0.85, .secondaryOnDark = 0.88, .separator = 0.5};
+
+const Shares& shares()
+{
+    const ContrastSetting* const setting = Injected<ContrastSetting>::current();
+    return setting != nullptr && setting->increasesContrast() ? kStrong : kUsual;
+}
 
 float mixed(float front, float back, double opacity)
 {
@@ -47,12 +63,13 @@ bool isDark(const QPalette& palette)
 
 QColor secondaryColor(const QPalette& palette)
 {
-    return blended(text(palette), window(palette), isDark(palette) ? kSecondaryOnDark : kSecondaryOnLight);
+    return blended(text(palette), window(palette),
+        isDark(palette) ? shares().secondaryOnDark : shares().secondaryOnLight);
 }
 
 QColor separatorColor(const QPalette& palette)
 {
-    return blended(text(palette), window(palette), kSeparator);
+    return blended(text(palette), window(palette), shares().separator);
 }
 
 QColor linkColor(const QPalette& palette)

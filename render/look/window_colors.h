@@ -1,5 +1,6 @@
 // Colours that the toolkit's palette does not name, worked out from those that it does, so that
-// they suit light and dark desktops alike.
+// they suit light and dark desktops alike, and stand out more where the user asks for that
+// (ContrastSetting in force).
 #pragma once
 
 #include <QColor>

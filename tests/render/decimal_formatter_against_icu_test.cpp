@@ -1,7 +1,7 @@
 // The formatter writes digits by its own arithmetic. Here ICU is asked for the same numbers,
 // in every locale it has.
 #include "render/decimal_formatter.h"
-#include "render/icu_decimals.h"
+#include "render/locale_decimals.h"
 
 #include <unicode/locid.h>
 
@@ -17,7 +17,7 @@ namespace amperly {
 namespace {
 
 /// Compares one number and tells which, when ICU writes it otherwise.
-void expectSame(const DecimalFormatter& ours, const IcuDecimals& icus, double value)
+void expectSame(const DecimalFormatter& ours, const LocaleDecimals& icus, double value)
 {
     const std::optional<std::string> expected = icus.text(value);
     ASSERT_TRUE(expected);
@@ -27,7 +27,7 @@ void expectSame(const DecimalFormatter& ours, const IcuDecimals& icus, double va
 class AgainstIcuTest : public testing::TestWithParam<int> {
 protected:
     DecimalFormatter m_ours{"en_US", GetParam()};
-    IcuDecimals m_icus{"en_US", GetParam()};
+    LocaleDecimals m_icus{"en_US", GetParam()};
     std::mt19937_64 m_random{20}; // the same numbers in every run
 };
 
@@ -116,7 +116,7 @@ TEST(AgainstIcuInEveryLocaleTest, SampledNumbersAreTheSame)
         EXPECT_TRUE(shape) << "every number would take the slow way";
         for (const int fractionDigits : {0, 1}) {
             const DecimalFormatter ours{localeId, shape, fractionDigits};
-            const IcuDecimals icus{localeId, fractionDigits};
+            const LocaleDecimals icus{localeId, fractionDigits};
             for (const double value : samples)
                 expectSame(ours, icus, value);
         }
@@ -129,7 +129,7 @@ TEST(AgainstIcuInEveryLocaleTest, NumberingSystemsAskedForByNameAreTheSame)
              "hi_IN@numbers=deva", "th_TH@numbers=thai", "zh_CN@numbers=hans", "en_US@numbers=mathsanb"}) {
         SCOPED_TRACE(localeId);
         const DecimalFormatter ours{localeId, 1};
-        const IcuDecimals icus{localeId, 1};
+        const LocaleDecimals icus{localeId, 1};
         for (const double value : {0.0, 14.25, 1234.5, 9876543210.9})
             expectSame(ours, icus, value);
     }

@@ -1,5 +1,8 @@
 #include "render/look/window_colors.h"
 
+#include "platform/injected.h"
+#include "platform/simulated/fixed_contrast_setting.h"
+
 #include <gtest/gtest.h>
 
 namespace amperly {
@@ -20,6 +23,21 @@ TEST(WindowColorsTest, DesktopIsDarkWhereTextIsLighterThanItsGround)
 {
     EXPECT_FALSE(isDark(kLight));
     EXPECT_TRUE(isDark(kDark));
+}
+
+TEST(WindowColorsTest, CaptionsAndLinesAreStrongerWhereTheUserAsksForMoreContrast)
+{
+    for (const QPalette& palette : {kLight, kDark}) {
+        const QColor ground = palette.color(QPalette::Window);
+        const double caption = contrastRatio(secondaryColor(palette), ground);
+        const double line = contrastRatio(separatorColor(palette), ground);
+        FixedContrastSetting more(true);
+        const Injected<ContrastSetting> inForce(more);
+        EXPECT_GT(contrastRatio(secondaryColor(palette), ground), 7.0);
+        EXPECT_GT(contrastRatio(secondaryColor(palette), ground), caption);
+        EXPECT_GT(contrastRatio(separatorColor(palette), ground), 3.0);
+        EXPECT_GT(contrastRatio(separatorColor(palette), ground), line);
+    }
 }
 
 TEST(WindowColorsTest, BlendGoesFromTheBackToTheFront)

@@ -3,6 +3,7 @@
 #include <unicode/uloc.h>
 
 #include <array>
+#include <cstdlib>
 
 namespace amperly {
 namespace {
@@ -19,6 +20,11 @@ std::string userNumberLocale(const EnvironmentLookup& environment)
             return icuLocaleId(posixName);
     }
     return kPlainLocale;
+}
+
+std::string numberLocaleOfUser()
+{
+    return userNumberLocale([](const char* name) -> const char* { return std::getenv(name); });
 }
 
 std::string icuLocaleId(const std::string& posixName)

@@ -1,0 +1,52 @@
+#include "platform/macos/drawing/alpha_bitmap.h"
+
+#include <algorithm>
+
+namespace amperly {
+namespace {
+
+constexpr NSInteger kBytesPerPixel = 4;
+constexpr NSInteger kAlpha = 3; // behind red, green and blue
+
+} // namespace
+
+NSBitmapImageRep* clearBitmap(int width, int height)
+{
+    return [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
+                                                   pixelsWide:width
+                                                   pixelsHigh:height
+                                                bitsPerSample:8
+                                              samplesPerPixel:kBytesPerPixel
+                                                     hasAlpha:YES
+                                                     isPlanar:NO
+                                               colorSpaceName:NSDeviceRGBColorSpace
+                                                  bytesPerRow:0
+                                                 bitsPerPixel:0];
+}
+
+void inkBitmap(NSBitmapImageRep* bitmap, const CoverageMask& mask)
+{
+    unsigned char* row = bitmap.bitmapData;
+    if (row == nullptr)
+        return;
+    const int rows = std::min(mask.height, static_cast<int>(bitmap.pixelsHigh));
+    const int columns = std::min(mask.width, static_cast<int>(bitmap.pixelsWide));
+    for (int y = 0; y < rows; ++y, row += bitmap.bytesPerRow) {
+        for (int x = 0; x < columns; ++x)
+            row[x * kBytesPerPixel + kAlpha] = mask.at(x, y);
+    }
+}
+
+void takeInk(NSBitmapImageRep* bitmap, CoverageMask& mask)
+{
+    const unsigned char* row = bitmap.bitmapData;
+    if (row == nullptr)
+        return;
+    auto pixel = mask.coverage.begin();
+    for (int y = 0; y < mask.height; ++y, row += bitmap.bytesPerRow) {
+        for (int x = 0; x < mask.width; ++x)
+            *pixel++ = row[x * kBytesPerPixel + kAlpha];
+    }
+}
+
+} // namespace amperly

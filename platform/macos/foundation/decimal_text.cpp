@@ -1,0 +1,22 @@
+// The C++ library of this system reads no floating-point numbers without a stream yet; its C
+// library does, in any locale.
+
+#include "platform/decimal_text.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+#include <xlocale.h>
+
+namespace amperly {
+
+double decimalValue(std::string_view number)
+{
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    // Infinity where it fits no double.
+    const double value = strtod_l(std::string(number).c_str(), nullptr, plain);
+    return std::min(value, std::numeric_limits<double>::max());
+}
+
+} // namespace amperly

@@ -1,0 +1,68 @@
+// The popover below the item in the menu bar: the system's own, with a widget of the toolkit in
+// it. It closes by itself when the user clicks elsewhere.
+#pragma once
+
+#include "platform/macos/shell/closing_click.h"
+#include "platform/macos/shell/native_view.h"
+#include "platform/popover_host.h"
+
+#import <AppKit/AppKit.h>
+
+#include <QObject>
+#include <QPointer>
+
+#include <vector>
+
+@class AMPPopoverDelegate;
+
+namespace amperly {
+
+/// What a popover host is made of.
+struct NativePopoverParts {
+    /// The view below which the popover opens; nil where there is none.
+    std::function<NSView*()> anchor;
+
+    ViewOf viewOf = nativeView;
+
+    /// Seconds since the system started.
+    std::function<double()> clock = systemUptime;
+
+    [[nodiscard]] static double systemUptime();
+};
+
+class NativePopoverHost : public PopoverHost {
+public:
+    explicit NativePopoverHost(NativePopoverParts parts);
+    ~NativePopoverHost() override;
+
+    /// The popover opens below the item, whatever the anchor. Does nothing but drop the content
+    /// when the request is the rest of the click that has just closed the popover.
+    void show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor) override;
+
+    /// The content may ask for this itself: it is destroyed once the event loop runs.
+    void close() override;
+    [[nodiscard]] bool isShown() const override;
+    void onDidClose(std::function<void()> handler) override { m_didClose = std::move(handler); }
+
+private:
+    class ContentWatch;
+
+    void popoverWillClose();
+    void popoverDidClose();
+    void fitToContent();
+    void announceClosing();
+    QWidget* retireContent();
+
+    NativePopoverParts m_parts;
+    NSPopover* m_popover;
+    AMPPopoverDelegate* m_delegate;
+    std::function<void()> m_didClose;
+    ClosingClick m_closingClick;
+    bool m_isClosingOnRequest = false;
+    std::unique_ptr<QWidget> m_content;
+    std::unique_ptr<ContentWatch> m_watch;
+    std::vector<QPointer<QWidget>> m_leaving; ///< hidden, destroyed once the event loop runs
+    QObject m_context;
+};
+
+} // namespace amperly

@@ -1,0 +1,17 @@
+// For systems without symbols of their own, where this program's drawings are shown.
+
+#include "render/system_symbols.h"
+
+namespace amperly {
+
+std::optional<GlyphSize> systemSymbolSize(std::string_view, const GlyphStyle&)
+{
+    return std::nullopt;
+}
+
+std::optional<GlyphDrawing> drawSystemSymbol(std::string_view, const GlyphStyle&, double)
+{
+    return std::nullopt;
+}
+
+} // namespace amperly

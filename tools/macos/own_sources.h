@@ -1,0 +1,14 @@
+// Where this machine's figures come from.
+#pragma once
+
+#include "platform/macos/power/io_kit_registry.h"
+#include "platform/macos/power/io_kit_smc_service.h"
+
+namespace amperly {
+
+struct OwnSources {
+    IoKitSmcService smcService;
+    IoKitRegistry registry;
+};
+
+} // namespace amperly
