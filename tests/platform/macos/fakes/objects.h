@@ -28,6 +28,9 @@ void send(id target, SEL selector, id argument = nullptr);
 [[nodiscard]] NSString* makeString(const std::string& text);
 [[nodiscard]] std::string textOf(NSString* string);
 
+/// A copy of a block, which lives until the program ends.
+[[nodiscard]] const void* keptBlock(const void* block);
+
 /// The object that a dictionary has for a key.
 [[nodiscard]] id objectIn(NSDictionary* dictionary, NSString* key);
 
