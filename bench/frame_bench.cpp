@@ -7,6 +7,7 @@
 //                                      instructions in measured…() alone; NAME chooses the kernels
 
 #include "bench/heap_count.h"
+#include "bench/timing.h"
 #include "flow/glass/glass_painter.h"
 #include "flow/glass/kernels.h"
 #include "tests/flow/curves.h"
@@ -21,7 +22,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -126,20 +126,6 @@ std::vector<LayeredFlow> layered(const std::vector<Flow>& flows)
     for (const Flow& flow : flows)
         result.push_back({flow.curve, flow.color, flow.width, flow.travelled});
     return result;
-}
-
-double nanosecondsOf(auto work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 struct Figures {

@@ -10,6 +10,7 @@
 #include "bench/bench_laptop.h"
 #include "bench/drawing_status_item.h"
 #include "bench/heap_count.h"
+#include "bench/timing.h"
 #include "platform/linux/fonts/linux_ui_font.h"
 #include "platform/linux/power/linux_registry.h"
 #include "platform/linux/power/no_smc_service.h"
@@ -24,7 +25,6 @@
 #include <QApplication>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -103,20 +103,6 @@ void warm(BenchLaptop& laptop, Program& program)
         program.measuredTick();
         measuredYardstick(laptop);
     }
-}
-
-double nanosecondsOf(auto work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 struct Figures {
