@@ -16,7 +16,6 @@
 #include "platform/linux/shell/menu_presenter.h"
 #include "platform/linux/shell/timer_source.h"
 #include "platform/linux/shell/window_palette.h"
-#include "platform/linux/tray/colour_scheme.h"
 #include "platform/linux/tray/desktop_ink.h"
 #include "platform/linux/tray/linux_status_item.h"
 #include "platform/linux/x11/x11_settings.h"
@@ -32,7 +31,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace amperly {
@@ -79,15 +77,10 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     const std::unique_ptr<BusConnection> portalConnection = BusConnection::open();
     DesktopInk ink(portalConnection.get());
     DisplayFrames frames([] { return isSavingPower(); });
-    std::optional<ColourScheme> colourScheme;
-    if (portalConnection)
-        colourScheme.emplace(*portalConnection);
-    WindowPalette windowPalette([&colourScheme] {
-        return DesktopLook{.prefersDark = colourScheme ? colourScheme->prefersDark() : std::nullopt,
-            .themeName = x11TextSetting("Net/ThemeName")};
+    WindowPalette windowPalette([&ink] {
+        return DesktopLook{.prefersDark = ink.prefersDark(), .themeName = x11TextSetting("Net/ThemeName")};
     });
-    if (colourScheme)
-        colourScheme->onChanged([&windowPalette] { windowPalette.refresh(); });
+    ink.onSchemeChanged([&windowPalette] { windowPalette.refresh(); });
     desktop.onActivate([&windowPalette] { windowPalette.refresh(); });
     DesktopMotion motion(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
     const std::unique_ptr<XEmbedItem> oldTray

@@ -11,7 +11,11 @@ DesktopInk::DesktopInk(BusConnection* connection) : m_tray(X11TrayColors::create
         m_tray->onChanged([this] { announce(); });
     if (connection) {
         m_scheme.emplace(*connection);
-        m_scheme->onChanged([this] { announce(); });
+        m_scheme->onChanged([this] {
+            if (m_schemeChanged)
+                m_schemeChanged();
+            announce();
+        });
     }
 }
 
@@ -20,10 +24,14 @@ Ink DesktopInk::ink(PanelInk panel) const
     InkFacts facts;
     if (m_tray)
         facts.tray = m_tray->ink();
-    if (m_scheme)
-        facts.prefersDark = m_scheme->prefersDark();
+    facts.prefersDark = prefersDark();
     facts.paletteText = Ink{QGuiApplication::palette().color(QPalette::WindowText).rgba()};
     return chooseInk(panel, facts);
+}
+
+std::optional<bool> DesktopInk::prefersDark() const
+{
+    return m_scheme ? m_scheme->prefersDark() : std::nullopt;
 }
 
 void DesktopInk::panelChanged()

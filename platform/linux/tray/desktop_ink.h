@@ -21,12 +21,19 @@ public:
     void onChanged(std::function<void()> handler) override { m_changed = std::move(handler); }
     void panelChanged() override;
 
+    /// Whether applications are to be dark, as ColourScheme has it; nothing without a portal.
+    [[nodiscard]] std::optional<bool> prefersDark() const;
+
+    /// Called when prefersDark() has another answer.
+    void onSchemeChanged(std::function<void()> handler) { m_schemeChanged = std::move(handler); }
+
 private:
     void announce();
 
     std::unique_ptr<X11TrayColors> m_tray;
     std::optional<ColourScheme> m_scheme;
     std::function<void()> m_changed;
+    std::function<void()> m_schemeChanged;
 };
 
 } // namespace amperly
