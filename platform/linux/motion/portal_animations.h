@@ -1,7 +1,7 @@
 // Whether GNOME's animations are on, as the settings portal tells it.
 #pragma once
 
-#include "platform/linux/bus/bus_connection.h"
+#include "platform/linux/bus/portal_setting.h"
 
 #include <optional>
 
@@ -19,12 +19,10 @@ public:
     [[nodiscard]] std::optional<bool> enabled() const { return m_enabled; }
 
 private:
-    static int answered(sd_bus_message* reply, void* self, sd_bus_error*);
-    static int settingChanged(sd_bus_message* signal, void* self, sd_bus_error*);
+    bool take(sd_bus_message* value);
 
     std::optional<bool> m_enabled;
-    BusSlot m_match;
-    BusSlot m_call;
+    PortalSetting m_setting;
 };
 
 } // namespace amperly

@@ -1,8 +1,9 @@
 // Whether the desktop's applications are to be light or dark, as the settings portal tells it.
 #pragma once
 
-#include "platform/linux/bus/bus_connection.h"
+#include "platform/linux/bus/portal_setting.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -22,18 +23,15 @@ public:
     void onChanged(std::function<void()> handler) { m_changed = std::move(handler); }
 
     /// Asks once more, for a portal that came later.
-    void refresh();
+    void refresh() { m_setting.refresh(); }
 
 private:
-    static int answered(sd_bus_message* reply, void* self, sd_bus_error*);
-    static int settingChanged(sd_bus_message* signal, void* self, sd_bus_error*);
+    bool take(sd_bus_message* value);
     void become(std::uint32_t scheme);
 
-    BusConnection& m_connection;
     std::optional<bool> m_prefersDark;
     std::function<void()> m_changed;
-    BusSlot m_match;
-    BusSlot m_call;
+    PortalSetting m_setting;
 };
 
 } // namespace amperly
