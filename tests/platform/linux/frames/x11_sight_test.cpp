@@ -1,8 +1,8 @@
 #include "platform/linux/frames/display_frames.h"
 #include "platform/linux/frames/x11_sight.h"
 
+#include "tests/support/private_display.h"
 #include "tests/support/run_until.h"
-#include "tests/support/server_process.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -21,32 +21,13 @@ namespace {
 /// On an X server of its own, without a window manager.
 class X11SightTest : public testing::Test {
 public:
-    static void SetUpTestSuite()
-    {
-        s_server = std::make_unique<ServerProcess>(std::vector<std::string>{"Xvfb", "-displayfd",
-            std::to_string(ServerProcess::kAnnouncementDescriptor), "-screen", "0", "400x300x24", "-nolisten",
-            "tcp"});
-        if (s_server->announcement().empty())
-            return;
-        std::string number = s_server->announcement();
-        number.erase(std::remove(number.begin(), number.end(), '\n'), number.end());
-        qputenv("DISPLAY", (":" + number).c_str());
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        static int argumentCount = 1;
-        static char name[] = "x11_sight_test";
-        static char* arguments[] = {name, nullptr};
-        s_application = std::make_unique<QApplication>(argumentCount, arguments);
-    }
-    static void TearDownTestSuite()
-    {
-        s_application.reset();
-        s_server.reset();
-    }
+    static void SetUpTestSuite() { s_display = std::make_unique<PrivateDisplay>(); }
+    static void TearDownTestSuite() { s_display.reset(); }
 
 protected:
     void SetUp() override
     {
-        if (!s_application)
+        if (!s_display->isThere())
             GTEST_SKIP() << "There is no Xvfb here to show a window on.";
         window = std::make_unique<QWidget>(nullptr, Qt::BypassWindowManagerHint);
         window->setGeometry(50, 50, 100, 100);
@@ -71,8 +52,7 @@ protected:
         return runUntil([&] { return timer.elapsed() > milliseconds; });
     }
 
-    static inline std::unique_ptr<ServerProcess> s_server;
-    static inline std::unique_ptr<QApplication> s_application;
+    static inline std::unique_ptr<PrivateDisplay> s_display;
     std::unique_ptr<QWidget> window;
 };
 

@@ -2,8 +2,8 @@
 
 #include "tests/platform/linux/xembed/block_picture.h"
 #include "tests/platform/linux/xembed/fake_tray.h"
+#include "tests/support/private_display.h"
 #include "tests/support/run_until.h"
-#include "tests/support/server_process.h"
 
 #include <QApplication>
 #include <QToolTip>
@@ -21,31 +21,13 @@ constexpr std::uint32_t kNoAlphaByte = 0x00ffffff;
 
 class XEmbedItemTest : public testing::Test {
 public:
-    static void SetUpTestSuite()
-    {
-        s_server = std::make_unique<ServerProcess>(std::vector<std::string>{"Xvfb", "-displayfd",
-            std::to_string(ServerProcess::kAnnouncementDescriptor), "-screen", "0", "400x300x24", "-nolisten",
-            "tcp"});
-        if (s_server->announcement().empty())
-            return;
-        qputenv("DISPLAY", display().c_str());
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        static int argumentCount = 1;
-        static char name[] = "xembed_item_test";
-        static char* arguments[] = {name, nullptr};
-        s_application = std::make_unique<QApplication>(argumentCount, arguments);
-    }
-
-    static void TearDownTestSuite()
-    {
-        s_application.reset();
-        s_server.reset();
-    }
+    static void SetUpTestSuite() { s_display = std::make_unique<PrivateDisplay>(); }
+    static void TearDownTestSuite() { s_display.reset(); }
 
 protected:
     void SetUp() override
     {
-        if (!s_application)
+        if (!s_display->isThere())
             GTEST_SKIP() << "There is no Xvfb here to dock into a tray on.";
         item
             = XEmbedItem::create({.ink = [this] { return ink; }, .hoverDelay = std::chrono::milliseconds(0)});
@@ -57,8 +39,7 @@ protected:
         item->onClick([this](const StatusClick& click) { clicks.push_back(click); });
     }
 
-    /// The server announces its number.
-    static std::string display() { return ':' + s_server->announcement(); }
+    static std::string display() { return s_display->name(); }
 
     void startTray(TrayManners manners = {}) { tray.emplace(display(), manners); }
 
@@ -83,8 +64,7 @@ protected:
         ASSERT_TRUE(runUntil([&] { return tray->iconName() == mark; }));
     }
 
-    static inline std::unique_ptr<ServerProcess> s_server;
-    static inline std::unique_ptr<QApplication> s_application;
+    static inline std::unique_ptr<PrivateDisplay> s_display;
 
     Ink ink{0xffffffff};
     BlockPicture picture{110.0};

@@ -1,0 +1,41 @@
+// An X server of the test's own without a window manager, and the toolkit's application on it.
+#pragma once
+
+#include "tests/support/server_process.h"
+
+#include <QApplication>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace amperly {
+
+class PrivateDisplay {
+public:
+    PrivateDisplay()
+        : m_server(std::vector<std::string>{"Xvfb", "-displayfd",
+            std::to_string(ServerProcess::kAnnouncementDescriptor), "-screen", "0", "400x300x24", "-nolisten",
+            "tcp"})
+    {
+        if (m_server.announcement().empty())
+            return;
+        qputenv("DISPLAY", name().c_str());
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        static int argumentCount = 1;
+        static char program[] = "test";
+        static char* arguments[] = {program, nullptr};
+        m_application = std::make_unique<QApplication>(argumentCount, arguments);
+    }
+
+    /// False where there is no such server on this machine.
+    [[nodiscard]] bool isThere() const { return m_application != nullptr; }
+
+    /// As DISPLAY has it: the server announces its number.
+    [[nodiscard]] std::string name() const { return ':' + m_server.announcement(); }
+
+private:
+    ServerProcess m_server;
+    std::unique_ptr<QApplication> m_application; ///< leaves before the server
+};
+
+} // namespace amperly
