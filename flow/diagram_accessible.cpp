@@ -103,7 +103,7 @@ private:
     std::array<QAccessible::Id, FlowDiagram::kNodeCount> m_nodes{};
 };
 
-QAccessibleInterface* accessibleOf(const QString&, QObject* object)
+QAccessibleInterface* diagramAccessible(const QString&, QObject* object)
 {
     auto* const diagram = dynamic_cast<FlowDiagram*>(object);
     return diagram == nullptr ? nullptr : new DiagramAccessible(*diagram);
@@ -114,7 +114,7 @@ QAccessibleInterface* accessibleOf(const QString&, QObject* object)
 void makeDiagramsAccessible()
 {
     // The same factory again changes nothing.
-    QAccessible::installFactory(accessibleOf);
+    QAccessible::installFactory(diagramAccessible);
 }
 
 void announceDiagram(FlowDiagram& diagram)

@@ -17,7 +17,7 @@ namespace amperly {
 namespace {
 
 constexpr Spring kAppearance{.response = 0.45, .damping = 0.75};
-constexpr double kSmallest = 0.92; ///< of its size, when the diagram begins to appear
+constexpr double kFirstSize = 0.92; ///< of its size, when the diagram begins to appear
 
 Color accentOf(const QPalette& palette)
 {
@@ -183,7 +183,7 @@ void FlowDiagram::paintAppearing(QPainter& painter)
         QPainter onStage(&m_stage);
         paintDiagram(onStage);
     }
-    const double size = kSmallest + (1.0 - kSmallest) * m_appearance;
+    const double size = kFirstSize + (1.0 - kFirstSize) * m_appearance;
     const QPointF centre = diagramRect().center();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setOpacity(std::min(m_appearance, 1.0));

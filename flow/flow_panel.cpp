@@ -31,11 +31,11 @@ struct PanelLook {
     int diagramHeight = 200;
     int noDataHeight = 120;
 };
-constexpr PanelLook kLook;
+constexpr PanelLook kPanel;
 
 /// The diagram's light may spill over the panel's padding and the gaps above and below.
 constexpr QMargins kSpill{
-    kLook.padding - kLook.edge, kLook.spacing, kLook.padding - kLook.edge, kLook.spacing};
+    kPanel.padding - kPanel.edge, kPanel.spacing, kPanel.padding - kPanel.edge, kPanel.spacing};
 
 bool motionIsWanted()
 {
@@ -57,12 +57,12 @@ QVBoxLayout* inset(QWidget* widget, const QMargins& margins)
 FlowPanel::FlowPanel(LiveModel& live, std::function<void()> openSettings)
     : m_live(live), m_column(new QVBoxLayout(this)), m_readings(new QVBoxLayout), m_moves(motionIsWanted())
 {
-    setFixedWidth(kLook.width);
+    setFixedWidth(kPanel.width);
     m_column->setContentsMargins(0, 0, 0, 0);
     m_column->setSpacing(0);
     m_readings->setSpacing(0);
     m_column->addLayout(m_readings);
-    m_column->addLayout(inset(new Hairline, {kLook.padding, 0, kLook.padding, 0}));
+    m_column->addLayout(inset(new Hairline, {kPanel.padding, 0, kPanel.padding, 0}));
     addFooter(std::move(openSettings));
 
     // The change is announced before it is made: look at it when the event loop comes round.
@@ -98,9 +98,9 @@ void FlowPanel::addFooter(std::function<void()> openSettings)
 
     auto* const footer = new QHBoxLayout;
     // The words, not the buttons' own grounds, stand in line with what is above them.
-    const int side = kLook.padding - QuietButton::kSidePadding;
+    const int side = kPanel.padding - QuietButton::kSidePadding;
     const int above = (quit->sizeHint().height() - quit->fontMetrics().height()) / 2;
-    footer->setContentsMargins(side, kLook.spacing - above, side, kLook.padding - above);
+    footer->setContentsMargins(side, kPanel.spacing - above, side, kPanel.padding - above);
     footer->setSpacing(0);
     footer->addWidget(settings);
     footer->addStretch();
@@ -124,11 +124,11 @@ void FlowPanel::showReading(const PowerSample& sample)
     if (m_diagram == nullptr) {
         clear();
         m_header = new FlowHeader;
-        m_readings->addLayout(inset(m_header, {kLook.padding, kLook.padding, kLook.padding, 0}));
+        m_readings->addLayout(inset(m_header, {kPanel.padding, kPanel.padding, kPanel.padding, 0}));
         m_diagram = new FlowDiagram(sample);
         m_diagram->setContentsMargins(kSpill);
-        m_diagram->setFixedHeight(kLook.diagramHeight + kSpill.top() + kSpill.bottom());
-        m_readings->addLayout(inset(m_diagram, {kLook.edge, 0, kLook.edge, 0}));
+        m_diagram->setFixedHeight(kPanel.diagramHeight + kSpill.top() + kSpill.bottom());
+        m_readings->addLayout(inset(m_diagram, {kPanel.edge, 0, kPanel.edge, 0}));
     }
     m_header->setSample(sample);
     m_diagram->setSample(sample);
@@ -144,8 +144,8 @@ void FlowPanel::showNoData()
         return;
     clear();
     m_noData = new NoData;
-    m_noData->setMinimumHeight(kLook.noDataHeight);
-    m_readings->addLayout(inset(m_noData, {kLook.padding, kLook.padding, kLook.padding, kLook.spacing}));
+    m_noData->setMinimumHeight(kPanel.noDataHeight);
+    m_readings->addLayout(inset(m_noData, {kPanel.padding, kPanel.padding, kPanel.padding, kPanel.spacing}));
 }
 
 void FlowPanel::clear()

@@ -6,7 +6,7 @@ namespace amperly {
 
 namespace {
 
-QAccessibleInterface* accessibleOf(const QString&, QObject* object)
+QAccessibleInterface* spokenTextAccessible(const QString&, QObject* object)
 {
     auto* const text = dynamic_cast<SpokenText*>(object);
     return text == nullptr ? nullptr : new QAccessibleWidget(text, QAccessible::StaticText);
@@ -16,7 +16,7 @@ QAccessibleInterface* accessibleOf(const QString&, QObject* object)
 
 SpokenText::SpokenText(QWidget* parent) : QWidget(parent)
 {
-    QAccessible::installFactory(accessibleOf); // the same one again changes nothing
+    QAccessible::installFactory(spokenTextAccessible); // the same one again changes nothing
     setFocusPolicy(Qt::NoFocus);
 }
 

@@ -27,7 +27,7 @@ struct PillLook {
     double symbolGap = 5.0; ///< between symbol and words
     double fill = 0.15;
 };
-constexpr PillLook kLook;
+constexpr PillLook kPill;
 
 QFont pillFont()
 {
@@ -36,7 +36,7 @@ QFont pillFont()
 
 GlyphStyle symbolStyle()
 {
-    return {.pointSize = kLook.symbolSize, .weight = FontWeight::Medium};
+    return {.pointSize = kPill.symbolSize, .weight = FontWeight::Medium};
 }
 
 } // namespace
@@ -80,7 +80,7 @@ double StatusPill::widthOf(const QStringList& lines) const
     double words = 0.0;
     for (const QString& line : lines)
         words = std::max(words, metrics.horizontalAdvance(line));
-    return std::ceil(2.0 * kLook.sidePadding + symbolWidth() + kLook.symbolGap + words);
+    return std::ceil(2.0 * kPill.sidePadding + symbolWidth() + kPill.symbolGap + words);
 }
 
 void StatusPill::breakLines()
@@ -98,7 +98,7 @@ void StatusPill::breakLines()
 
 QSize StatusPill::sizeHint() const
 {
-    const double height = lineHeight() * static_cast<double>(m_lines.size()) + 2.0 * kLook.topPadding;
+    const double height = lineHeight() * static_cast<double>(m_lines.size()) + 2.0 * kPill.topPadding;
     return {static_cast<int>(widthOf(m_lines)), static_cast<int>(std::ceil(height))};
 }
 
@@ -109,17 +109,17 @@ void StatusPill::paintEvent(QPaintEvent*)
     const double scale = pixelScale(painter);
     const QColor color = paintColor(m_pill.color);
     const QRectF area = rect();
-    painter.fillPath(smoothRectangle(area, area.height() / 2.0), paintColor(m_pill.color, kLook.fill));
+    painter.fillPath(smoothRectangle(area, area.height() / 2.0), paintColor(m_pill.color, kPill.fill));
 
     const QImage symbol = symbolImage(m_pill.symbol, symbolStyle(), color, scale);
     const QSizeF size = symbol.deviceIndependentSize();
     const bool fromRight = layoutDirection() == Qt::RightToLeft;
-    const double symbolLeft = fromRight ? area.width() - kLook.sidePadding - size.width() : kLook.sidePadding;
+    const double symbolLeft = fromRight ? area.width() - kPill.sidePadding - size.width() : kPill.sidePadding;
     drawOnPixels(painter, {symbolLeft, (area.height() - size.height()) / 2.0}, symbol);
 
     const QFont font = pillFont();
     const QFontMetricsF metrics(font);
-    const double start = kLook.sidePadding + symbolWidth() + kLook.symbolGap;
+    const double start = kPill.sidePadding + symbolWidth() + kPill.symbolGap;
     const double top = (area.height() - lineHeight() * static_cast<double>(m_lines.size())) / 2.0;
     painter.setFont(font);
     painter.setPen(color);

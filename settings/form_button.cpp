@@ -9,12 +9,6 @@
 
 namespace amperly {
 
-namespace {
-
-constexpr double kDisabledOpacity = 0.4;
-
-} // namespace
-
 FormButton::FormButton(const QString& text) : QPushButton(text)
 {
     setFont(textFont(TextStyle::Body));
@@ -36,7 +30,7 @@ void FormButton::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
-        painter.setOpacity(kDisabledOpacity);
+        painter.setOpacity(kForm.disabledOpacity);
     const FormColors colors = FormColors::of(palette());
     const int room = kForm.focusRoom;
     const QRectF body = QRectF(rect()).adjusted(room, room, -room, -room);

@@ -29,6 +29,7 @@ struct FormLook {
     double controlCorner = 6.0;
     int controlHeight = 24;
     int controlPadding = 10; ///< left and right of a control's text
+    double disabledOpacity = 0.4;
 };
 inline constexpr FormLook kForm;
 

@@ -24,23 +24,21 @@ struct PickerLook {
     double betweenArrows = 3.0;
     double arrowLine = 1.4;
 };
-constexpr PickerLook kLook;
-
-constexpr double kDisabledOpacity = 0.4;
+constexpr PickerLook kPicker;
 
 /// Up and down: the list may open to either side.
 void drawArrows(QPainter& painter, const QPointF& center, const QColor& color)
 {
-    const double half = kLook.arrowWidth * 0.5;
+    const double half = kPicker.arrowWidth * 0.5;
     QPainterPath path;
     for (const double side : {-1.0, 1.0}) {
-        const double foot = center.y() + side * kLook.betweenArrows * 0.5;
+        const double foot = center.y() + side * kPicker.betweenArrows * 0.5;
         path.moveTo(center.x() - half, foot);
-        path.lineTo(center.x(), foot + side * kLook.arrowHeight);
+        path.lineTo(center.x(), foot + side * kPicker.arrowHeight);
         path.lineTo(center.x() + half, foot);
     }
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color, kLook.arrowLine, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(color, kPicker.arrowLine, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(path);
 }
 
@@ -49,7 +47,7 @@ void drawArrows(QPainter& painter, const QPointF& center, const QColor& color)
 Picker::Picker()
 {
     setFont(textFont(TextStyle::Body));
-    setIconSize({kLook.iconWidth, kLook.iconWidth});
+    setIconSize({kPicker.iconWidth, kPicker.iconWidth});
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
@@ -74,7 +72,7 @@ std::optional<int> Picker::choice() const
 
 int Picker::iconRoom() const
 {
-    return count() > 0 && !itemIcon(0).isNull() ? kLook.iconWidth + kLook.iconGap : 0;
+    return count() > 0 && !itemIcon(0).isNull() ? kPicker.iconWidth + kPicker.iconGap : 0;
 }
 
 QSize Picker::sizeHint() const
@@ -82,7 +80,7 @@ QSize Picker::sizeHint() const
     int widest = 0;
     for (int each = 0; each < count(); ++each)
         widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(each)));
-    const int arrows = kLook.arrowGap + static_cast<int>(kLook.arrowWidth);
+    const int arrows = kPicker.arrowGap + static_cast<int>(kPicker.arrowWidth);
     const int room = 2 * kForm.focusRoom;
     return {iconRoom() + widest + arrows + 2 * kForm.controlPadding + room, kForm.controlHeight + room};
 }
@@ -92,7 +90,7 @@ void Picker::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
-        painter.setOpacity(kDisabledOpacity);
+        painter.setOpacity(kForm.disabledOpacity);
     const FormColors colors = FormColors::of(palette());
     const int room = kForm.focusRoom;
     const QRectF body = QRectF(rect()).adjusted(room, room, -room, -room);
@@ -105,18 +103,18 @@ void Picker::paintEvent(QPaintEvent*)
                                : area;
     };
     const QRectF inner = body.adjusted(kForm.controlPadding, 0, -kForm.controlPadding, 0);
-    QRectF text = inner.adjusted(0, 0, -(kLook.arrowWidth + kLook.arrowGap), 0);
+    QRectF text = inner.adjusted(0, 0, -(kPicker.arrowWidth + kPicker.arrowGap), 0);
     if (const QIcon icon = itemIcon(currentIndex()); !icon.isNull()) {
-        const QRectF box(text.left(), text.top(), kLook.iconWidth, text.height());
+        const QRectF box(text.left(), text.top(), kPicker.iconWidth, text.height());
         icon.paint(&painter, placed(box).toRect());
-        text.setLeft(box.right() + kLook.iconGap);
+        text.setLeft(box.right() + kPicker.iconGap);
     }
     painter.setPen(colors.text);
     int flags = Qt::AlignVCenter | textDirection(currentText());
     flags |= Qt::AlignAbsolute;
     flags |= isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
     painter.drawText(placed(text), flags, currentText());
-    const QRectF arrows(inner.right() - kLook.arrowWidth, inner.top(), kLook.arrowWidth, inner.height());
+    const QRectF arrows(inner.right() - kPicker.arrowWidth, inner.top(), kPicker.arrowWidth, inner.height());
     drawArrows(painter, placed(arrows).center(), colors.secondary);
     drawFocus(painter, *this, body, kForm.controlCorner);
 }

@@ -14,7 +14,6 @@ namespace amperly {
 namespace {
 
 constexpr double kRim = 2.0; // points between the trough's edge and the plate of the chosen segment
-constexpr double kDisabledOpacity = 0.4;
 
 } // namespace
 
@@ -34,7 +33,7 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         const FormColors colors = FormColors::of(palette());
         if (!isEnabled())
-            painter.setOpacity(kDisabledOpacity);
+            painter.setOpacity(kForm.disabledOpacity);
         painter.setPen(isChecked() ? colors.segmentText : colors.text);
         painter.drawText(rect(), Qt::AlignCenter | textDirection(text()), text());
     }
@@ -162,7 +161,7 @@ void SegmentedControl::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
-        painter.setOpacity(kDisabledOpacity);
+        painter.setOpacity(kForm.disabledOpacity);
     const FormColors colors = FormColors::of(palette());
     const int room = kForm.focusRoom;
     const QRectF trough = QRectF(rect()).adjusted(room, room, -room, -room);

@@ -18,7 +18,7 @@ struct PreviewLook {
     int topPadding = 4;
     double corner = 6.0;
 };
-constexpr PreviewLook kLook;
+constexpr PreviewLook kPreview;
 
 const QColor kPanel = QColor::fromRgbF(0.08F, 0.08F, 0.45F);
 
@@ -55,8 +55,8 @@ void StatusPreview::show(const StatusImage& image, const QString& spokenLabel)
 
 QSize StatusPreview::sizeHint() const
 {
-    return {static_cast<int>(std::ceil(m_image.widthPoints())) + 2 * kLook.sidePadding,
-        static_cast<int>(std::ceil(m_image.heightPoints())) + 2 * kLook.topPadding};
+    return {static_cast<int>(std::ceil(m_image.widthPoints())) + 2 * kPreview.sidePadding,
+        static_cast<int>(std::ceil(m_image.heightPoints())) + 2 * kPreview.topPadding};
 }
 
 void StatusPreview::paintEvent(QPaintEvent*)
@@ -65,7 +65,7 @@ void StatusPreview::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(kPanel);
-    painter.drawRoundedRect(rect(), kLook.corner, kLook.corner);
+    painter.drawRoundedRect(rect(), kPreview.corner, kPreview.corner);
 
     const double scale = pixelScale(painter);
     CoverageMask mask;

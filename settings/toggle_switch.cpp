@@ -16,9 +16,8 @@ struct SwitchLook {
     double height = 20.0;
     double rim = 2.0; ///< around the knob
 };
-constexpr SwitchLook kLook;
+constexpr SwitchLook kSwitch;
 
-constexpr double kDisabledOpacity = 0.4;
 constexpr double kPressed = 0.2; // how much of what it lies on shows through a pressed knob
 
 } // namespace
@@ -32,7 +31,7 @@ ToggleSwitch::ToggleSwitch()
 QSize ToggleSwitch::sizeHint() const
 {
     const int room = 2 * kForm.focusRoom;
-    return {static_cast<int>(kLook.width) + room, static_cast<int>(kLook.height) + room};
+    return {static_cast<int>(kSwitch.width) + room, static_cast<int>(kSwitch.height) + room};
 }
 
 void ToggleSwitch::paintEvent(QPaintEvent*)
@@ -40,24 +39,24 @@ void ToggleSwitch::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
-        painter.setOpacity(kDisabledOpacity);
+        painter.setOpacity(kForm.disabledOpacity);
     const FormColors colors = FormColors::of(palette());
     const double on = m_on.value();
 
     const QRectF body(
-        (width() - kLook.width) * 0.5, (height() - kLook.height) * 0.5, kLook.width, kLook.height);
-    drawPlate(painter, body, kLook.height * 0.5, blended(colors.accent, colors.off, on),
+        (width() - kSwitch.width) * 0.5, (height() - kSwitch.height) * 0.5, kSwitch.width, kSwitch.height);
+    drawPlate(painter, body, kSwitch.height * 0.5, blended(colors.accent, colors.off, on),
         blended(colors.accentEdge, colors.offEdge, on));
 
-    const double diameter = kLook.height - 2.0 * kLook.rim;
-    const double way = kLook.width - kLook.height;
+    const double diameter = kSwitch.height - 2.0 * kSwitch.rim;
+    const double way = kSwitch.width - kSwitch.height;
     const double passed = isRightToLeft() ? 1.0 - on : on;
-    const QRectF knob(body.left() + kLook.rim + way * passed, body.top() + kLook.rim, diameter, diameter);
+    const QRectF knob(body.left() + kSwitch.rim + way * passed, body.top() + kSwitch.rim, diameter, diameter);
     const QColor fill = blended(colors.knob, colors.offKnob, on);
     drawPlate(painter, knob, diameter * 0.5, isDown() ? blended(colors.off, fill, kPressed) : fill,
         blended(colors.accentEdge, colors.offKnobEdge, on));
 
-    drawFocus(painter, *this, body, kLook.height * 0.5);
+    drawFocus(painter, *this, body, kSwitch.height * 0.5);
 }
 
 void ToggleSwitch::keyPressEvent(QKeyEvent* event)

@@ -1,10 +1,10 @@
 #include "render/status_art.h"
 #include "render/status_image.h"
 #include "tools/gallery_sheet.h"
+#include "tools/gallery_stage.h"
 #include "tools/gallery_status.h"
 
 #include <QImage>
-#include <QLinearGradient>
 #include <QPainter>
 #include <QRectF>
 
@@ -25,9 +25,6 @@ struct HeroLook {
     double scale = 4.0; ///< of the images
 };
 constexpr HeroLook kHero;
-
-const QColor kSkyTop(0x2b, 0x4a, 0x78);
-const QColor kSkyBottom(0x8f, 0x6f, 0xa8);
 
 StatusImage stacked()
 {
@@ -70,12 +67,7 @@ bool writeHero(const QString& path, StatusArt& art)
 {
     const Injected<StatusArt> inForce(art);
     QImage picture(kHero.width, kHero.height, QImage::Format_RGB32);
-    {
-        QLinearGradient sky(0.0, 0.0, kHero.width, kHero.height);
-        sky.setColorAt(0.0, kSkyTop);
-        sky.setColorAt(1.0, kSkyBottom);
-        QPainter(&picture).fillRect(picture.rect(), sky);
-    }
+    QPainter(&picture).fillRect(picture.rect(), evening(picture.size()));
     layBar(picture, kHero.margin, kLightPanel);
     layBar(picture, kHero.margin + kHero.bar + kHero.between, kDarkPanel);
     return picture.save(path);

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -21,9 +20,6 @@ struct SceneLook {
     int shadowAlpha = 3; ///< of each of its steps
 };
 constexpr SceneLook kScene;
-
-const QColor kSkyTop(0x2b, 0x4a, 0x78);
-const QColor kSkyBottom(0x8f, 0x6f, 0xa8);
 
 // One breath of the nodes. At these watts the pulses of both flows move two spacings meanwhile, so
 // that the last frame is followed by the first.
@@ -44,10 +40,7 @@ QImage scene(const QImage& panel)
     picture.setDevicePixelRatio(kScene.scale);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    QLinearGradient sky(0.0, 0.0, whole.width(), whole.height());
-    sky.setColorAt(0.0, kSkyTop);
-    sky.setColorAt(1.0, kSkyBottom);
-    painter.fillRect(QRectF(QPointF(), whole), sky);
+    painter.fillRect(QRectF(QPointF(), whole), evening(whole));
     const QRectF place(QPointF(kScene.margin, kScene.margin), size);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0, 0, 0, kScene.shadowAlpha));

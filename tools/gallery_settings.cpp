@@ -7,6 +7,7 @@
 #include "render/status_art.h"
 #include "settings/settings_view.h"
 #include "tools/desktop_palettes.h"
+#include "tools/gallery_stage.h"
 
 #include <QApplication>
 #include <QImage>
@@ -14,18 +15,11 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include <array>
-
 namespace amperly {
 namespace {
 
 /// The height that shows the whole form.
 constexpr int kWhole = 0;
-
-struct Look {
-    const char* name;
-    QPalette palette;
-};
 
 class SettingsGallery {
 public:
@@ -78,11 +72,10 @@ bool writeSettingsGallery(const QString& folder, StatusArt& art)
 {
     const Injected<StatusArt> inForce(art);
     const QPalette usual = QApplication::palette();
-    const std::array looks{Look{"light", lightPalette()}, Look{"dark", darkPalette()}};
     bool worked = true;
     SettingsGallery gallery(folder);
     gallery.loginItem.setStatus(LoginItemStatus::Enabled);
-    for (const Look& look : looks) {
+    for (const Look& look : looks()) {
         QApplication::setPalette(look.palette);
         const QString name = QLatin1String(look.name);
         for (const double scale : {1.0, 1.25, 1.5, 2.0})
@@ -103,7 +96,7 @@ bool writeSettingsGallery(const QString& folder, StatusArt& art)
     gallery.preferences.set(Pref::macIcon, std::string("desktopcomputer"));
     gallery.preferences.set(Pref::stacked, false);
     gallery.preferences.set(Pref::largeText, true);
-    for (const Look& look : looks) {
+    for (const Look& look : looks()) {
         QApplication::setPalette(look.palette);
         worked &= gallery.write(QLatin1String(look.name) + QLatin1String("-rare-1x"), 1.0);
     }

@@ -3,6 +3,7 @@
 #include "tools/desktop_palettes.h"
 
 #include <QApplication>
+#include <QLinearGradient>
 
 namespace amperly {
 
@@ -10,6 +11,14 @@ std::vector<Look> looks()
 {
     return {{"light", lightPalette(), QColor(0xc9, 0xd2, 0xdd)},
         {"dark", darkPalette(), QColor(0x17, 0x18, 0x1c)}};
+}
+
+QBrush evening(const QSizeF& size)
+{
+    QLinearGradient sky(0.0, 0.0, size.width(), size.height());
+    sky.setColorAt(0.0, QColor(0x2b, 0x4a, 0x78));
+    sky.setColorAt(1.0, QColor(0x8f, 0x6f, 0xa8));
+    return sky;
 }
 
 PanelOnDisplay::PanelOnDisplay(const std::optional<PowerSample>& sample)

@@ -5,9 +5,11 @@
 #include "platform/injected.h"
 #include "platform/simulated/desktop/manual_frame_clock.h"
 
+#include <QBrush>
 #include <QColor>
 #include <QImage>
 #include <QPalette>
+#include <QSizeF>
 
 #include <memory>
 #include <optional>
@@ -23,6 +25,9 @@ struct Look {
 
 /// A light one and a dark one.
 [[nodiscard]] std::vector<Look> looks();
+
+/// What the README's pictures stand before, as large as that.
+[[nodiscard]] QBrush evening(const QSizeF& size);
 
 class PanelOnDisplay {
 public:

@@ -50,11 +50,6 @@ std::uint16_t partOf(double component)
     return static_cast<std::uint16_t>(std::lround(std::clamp(component, 0.0, 1.0) * kWhole));
 }
 
-std::size_t index(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-
 } // namespace
 
 GlassPainter::GlassPainter(const Kernels& kernels) : m_kernels(kernels) { }

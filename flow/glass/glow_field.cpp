@@ -27,11 +27,6 @@ constexpr double kVarianceOfGrids
     = kVarianceOfCoverageRamp + kVarianceOfGathering + kVarianceOfRefining + kVarianceOfStraightLines;
 constexpr double kSquareOfCell = 4.0; // in the same unit
 
-std::size_t index(int number)
-{
-    return static_cast<std::size_t>(number);
-}
-
 /// target += weight × source, over so many.
 void addWeighted(float* target, const float* source, float weight, std::size_t count)
 {

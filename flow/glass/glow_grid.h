@@ -3,7 +3,15 @@
 // grid twice as fine, straight between neighbours.
 #pragma once
 
+#include <cstddef>
+
 namespace amperly::glass {
+
+/// Of an element, from a number that is known not to be negative.
+[[nodiscard]] constexpr std::size_t index(int number)
+{
+    return static_cast<std::size_t>(number);
+}
 
 struct GlowGrid {
     /// For a canvas of so many pixels, on which the narrowest tube is `narrowestTube` points wide.

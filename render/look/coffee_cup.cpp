@@ -32,7 +32,7 @@ struct CupLook {
     double firstSteam = 3.7;
     double secondSteam = 6.6;
 };
-constexpr CupLook kLook;
+constexpr CupLook kCup;
 
 } // namespace
 
@@ -41,18 +41,18 @@ QImage coffeeCup(double size, const QColor& color, double scale)
     constexpr double kUnitsPerSize = 12.0;
     const double unit = size * scale / kUnitsPerSize; // pixels
     const auto edge = [unit](double units) { return std::round(units * unit); };
-    QImage picture(static_cast<int>(std::ceil(kLook.width * unit)),
-        static_cast<int>(std::ceil(kLook.height * unit)), QImage::Format_ARGB32_Premultiplied);
+    QImage picture(static_cast<int>(std::ceil(kCup.width * unit)),
+        static_cast<int>(std::ceil(kCup.height * unit)), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double line = std::max(1.0, std::round(kLook.line * unit));
+    const double line = std::max(1.0, std::round(kCup.line * unit));
     const double odd = std::fmod(line, 2.0) / 2.0; // so that straight lines fill whole pixels
 
     // The body is round at its foot only.
-    const double corner = kLook.bodyCorner * unit;
-    const QRectF body(QPointF(edge(kLook.bodyLeft), edge(kLook.bodyTop)),
-        QPointF(edge(kLook.bodyRight), edge(kLook.bodyBottom)));
+    const double corner = kCup.bodyCorner * unit;
+    const QRectF body(QPointF(edge(kCup.bodyLeft), edge(kCup.bodyTop)),
+        QPointF(edge(kCup.bodyRight), edge(kCup.bodyBottom)));
     QPainterPath path(body.topLeft());
     path.lineTo(body.topRight());
     path.lineTo(body.right(), body.bottom() - corner);
@@ -63,19 +63,19 @@ QImage coffeeCup(double size, const QColor& color, double scale)
     painter.fillPath(path, color);
 
     painter.setPen(QPen(color, line, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPainterPath lines(QPointF(body.right(), edge(kLook.handleTop) + odd));
-    const double handleMiddle = (kLook.handleTop + kLook.handleBottom) / 2.0 * unit;
-    lines.cubicTo(kLook.handleRight * unit, edge(kLook.handleTop) + odd, kLook.handleRight * unit,
-        edge(kLook.handleBottom), body.right() - line, std::max(handleMiddle, edge(kLook.handleBottom)));
-    lines.moveTo(edge(kLook.saucerLeft) + odd, edge(kLook.saucer) - odd);
-    lines.lineTo(edge(kLook.saucerRight) - odd, edge(kLook.saucer) - odd);
-    for (const double steam : {kLook.firstSteam, kLook.secondSteam}) {
+    QPainterPath lines(QPointF(body.right(), edge(kCup.handleTop) + odd));
+    const double handleMiddle = (kCup.handleTop + kCup.handleBottom) / 2.0 * unit;
+    lines.cubicTo(kCup.handleRight * unit, edge(kCup.handleTop) + odd, kCup.handleRight * unit,
+        edge(kCup.handleBottom), body.right() - line, std::max(handleMiddle, edge(kCup.handleBottom)));
+    lines.moveTo(edge(kCup.saucerLeft) + odd, edge(kCup.saucer) - odd);
+    lines.lineTo(edge(kCup.saucerRight) - odd, edge(kCup.saucer) - odd);
+    for (const double steam : {kCup.firstSteam, kCup.secondSteam}) {
         const double middle = edge(steam) + odd;
-        const double sway = kLook.steamSway * unit;
-        const double third = (kLook.steamBottom - kLook.steamTop) / 3.0;
-        lines.moveTo(middle, kLook.steamBottom * unit);
-        lines.cubicTo(middle - 2.0 * sway, (kLook.steamBottom - third) * unit, middle + 2.0 * sway,
-            (kLook.steamTop + third) * unit, middle, kLook.steamTop * unit + line / 2.0);
+        const double sway = kCup.steamSway * unit;
+        const double third = (kCup.steamBottom - kCup.steamTop) / 3.0;
+        lines.moveTo(middle, kCup.steamBottom * unit);
+        lines.cubicTo(middle - 2.0 * sway, (kCup.steamBottom - third) * unit, middle + 2.0 * sway,
+            (kCup.steamTop + third) * unit, middle, kCup.steamTop * unit + line / 2.0);
     }
     painter.drawPath(lines);
     painter.end();

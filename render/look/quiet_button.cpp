@@ -23,7 +23,7 @@ struct QuietLook {
     double focusLine = 1.5;
     double cupGap = 4.0; ///< between a cup and the words
 };
-constexpr QuietLook kLook;
+constexpr QuietLook kQuiet;
 
 constexpr double kCupPerCapital = 1.3; ///< heights; found by eye
 
@@ -102,9 +102,9 @@ QSize QuietButton::sizeHint() const
     QSize words = fontMetrics().size(Qt::TextShowMnemonic, wordsOf(text()));
     if (startsWithCup(text())) {
         const QImage cup = coffeeCup(cupSize(QFontMetricsF(font())), {}, 1.0);
-        words.rwidth() += static_cast<int>(std::ceil(cup.width() + kLook.cupGap));
+        words.rwidth() += static_cast<int>(std::ceil(cup.width() + kQuiet.cupGap));
     }
-    return words + QSize(2 * kSidePadding, 2 * kLook.topPadding);
+    return words + QSize(2 * kSidePadding, 2 * kQuiet.topPadding);
 }
 
 void QuietButton::paintEvent(QPaintEvent*)
@@ -118,12 +118,12 @@ void QuietButton::paintEvent(QPaintEvent*)
         ground.setAlphaF(static_cast<float>(isDown() ? kPressed : kHovered));
         painter.setPen(Qt::NoPen);
         painter.setBrush(ground);
-        painter.drawRoundedRect(area, kLook.corner, kLook.corner);
+        painter.drawRoundedRect(area, kQuiet.corner, kQuiet.corner);
     }
     if (hasFocus() && window()->isActiveWindow()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), kLook.focusLine));
+        painter.setPen(QPen(palette().color(QPalette::Highlight), kQuiet.focusLine));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(area, kLook.corner, kLook.corner);
+        painter.drawRoundedRect(area, kQuiet.corner, kQuiet.corner);
     }
     painter.setPen(words);
     QRectF room = rect();
@@ -136,7 +136,7 @@ void QuietButton::paintEvent(QPaintEvent*)
         drawOnPixels(painter,
             {fromRight ? width() - kSidePadding - size.width() : kSidePadding, baseline - size.height()},
             cup);
-        const double taken = size.width() + kLook.cupGap;
+        const double taken = size.width() + kQuiet.cupGap;
         room.adjust(fromRight ? 0.0 : taken, 0.0, fromRight ? -taken : 0.0, 0.0);
     }
     painter.drawText(room, Qt::AlignCenter | Qt::TextShowMnemonic | textDirection(text()), wordsOf(text()));

@@ -8,7 +8,7 @@ namespace {
 
 // Where the kernel's announcements don't reach (containers, mocks) a new battery shows after
 // this many turns at the latest.
-constexpr std::uint32_t kTurnsBetweenListings = 5;
+constexpr std::uint32_t kTurnsBetweenSupplyListings = 5;
 
 } // namespace
 
@@ -46,7 +46,7 @@ bool PowerSupplies::readAll()
 
 std::span<const SupplyReading> PowerSupplies::read(bool devicesChanged)
 {
-    const bool isListingDue = m_turn++ % kTurnsBetweenListings == 0;
+    const bool isListingDue = m_turn++ % kTurnsBetweenSupplyListings == 0;
     if ((devicesChanged || isListingDue) && m_listing.changed())
         openAll();
 

@@ -14,7 +14,7 @@ struct CardLook {
     int shadowStepAlpha; ///< of the innermost of the shadow's steps, one a pixel
     int hairlineAlpha;
 };
-constexpr CardLook kLook{
+constexpr CardLook kCard{
     .shadowReach = 24,
     .shadowDrop = 4,
     .shadowStepAlpha = 6, // all steps together darken the edge by a fifth; found by eye
@@ -24,10 +24,10 @@ constexpr CardLook kLook{
 void paintShadow(QPainter& painter, const QRectF& sheet)
 {
     painter.setPen(Qt::NoPen);
-    const QRectF dropped = sheet.translated(0, kLook.shadowDrop);
-    constexpr int kSteps = kLook.shadowReach - kLook.shadowDrop;
+    const QRectF dropped = sheet.translated(0, kCard.shadowDrop);
+    constexpr int kSteps = kCard.shadowReach - kCard.shadowDrop;
     for (int step = kSteps; step > 0; --step) {
-        painter.setBrush(QColor(0, 0, 0, (kLook.shadowStepAlpha * (kSteps - step) + kSteps - 1) / kSteps));
+        painter.setBrush(QColor(0, 0, 0, (kCard.shadowStepAlpha * (kSteps - step) + kSteps - 1) / kSteps));
         const qreal radius = Card::kRadius + step;
         painter.drawRoundedRect(dropped.adjusted(-step, -step, step, step), radius, radius);
     }
@@ -36,7 +36,7 @@ void paintShadow(QPainter& painter, const QRectF& sheet)
 void paintSheet(QPainter& painter, const QRectF& sheet, const QPalette& palette)
 {
     QColor line = palette.color(QPalette::WindowText);
-    line.setAlpha(kLook.hairlineAlpha);
+    line.setAlpha(kCard.hairlineAlpha);
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette.color(QPalette::Window));
     painter.drawRoundedRect(sheet, Card::kRadius, Card::kRadius);
@@ -62,7 +62,7 @@ QMargins Card::margins() const
 {
     if (m_edge != CardEdge::Shadowed)
         return {};
-    const int reach = kLook.shadowReach;
+    const int reach = kCard.shadowReach;
     return {reach, reach, reach, reach};
 }
 
