@@ -9,6 +9,7 @@
 #include "platform/linux/motion/desktop_motion.h"
 #include "platform/linux/preferences/ini_preference_store.h"
 #include "platform/linux/rest/accessibility_on_demand.h"
+#include "platform/linux/rest/memory_return.h"
 #include "platform/linux/rest/rest_keeper.h"
 #include "platform/linux/shell/launcher.h"
 #include "platform/linux/shell/linux_desktop.h"
@@ -121,6 +122,7 @@ int runLinuxProgram(
         std::fprintf(stderr, "%s: there is no display to show anything on.\n", identity.name);
         return EXIT_FAILURE;
     }
+    keepLargeBlocksApart();
     // The toolkit's own event loop wakes up cheaper than the one that it shares with other
     // toolkits. Whoever needs the shared one says so.
     if (!qEnvironmentVariableIsSet("QT_NO_GLIB"))

@@ -1,5 +1,5 @@
 // What the open panel costs: processor time for its frames, beside a window of the same size that
-// only fills itself, what is left of it after closing, and memory over many openings. Runs on
+// only fills itself, what is left of it after closing, or memory over many openings. Runs on
 // whatever display it is started on and prints its figures as JSON.
 
 #include "flow/flow_panel.h"
@@ -24,6 +24,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace amperly {
@@ -166,7 +167,6 @@ public:
     }
 
     void stopReading() { m_readings.stop(); }
-    void startReading() { m_readings.start(); }
 
     CountedFrames frames;
 
@@ -208,23 +208,25 @@ std::string json(const PanelBench::Window& window)
     return text.str();
 }
 
-std::string json(const std::vector<PanelBench::Window>& windows)
+std::string json(long number)
+{
+    return std::to_string(number);
+}
+
+template <typename Value>
+std::string json(const std::vector<Value>& values)
 {
     std::string text = "[";
-    for (const PanelBench::Window& window : windows)
-        text += (text.size() > 1 ? ", " : "") + json(window);
+    for (const Value& value : values)
+        text += (text.size() > 1 ? ", " : "") + json(value);
     return text + "]";
 }
 
-int run(int pairs, int openings)
+void compareFrames(int pairs)
 {
     PanelBench bench;
     constexpr int kWindowMilliseconds = 2000;
     constexpr int kSecond = 1000;
-
-    bench.openPanel();
-    const long firstOpen = privateDirtyKilobytes();
-    bench.close();
 
     const QSize size = bench.panelSize();
     std::vector<PanelBench::Window> panel;
@@ -238,27 +240,32 @@ int run(int pairs, int openings)
         bench.close();
     }
 
-    // Without readings nothing at all is left to do.
+    // Without readings nothing at all is left to do, as in any second with no panel.
     bench.stopReading();
+    wait(kSecond);
+    const PanelBench::Window never = bench.watch(kSecond);
     bench.openPanel();
     bench.close();
     const PanelBench::Window closed = bench.watch(kSecond);
-    bench.startReading();
 
-    for (int opening = 0; opening < openings; ++opening) {
+    std::printf("{\"panel\": %s,\n \"yardstick\": %s,\n \"at_rest\": %s, \"closed\": %s}\n",
+        json(panel).c_str(), json(yardstick).c_str(), json(never).c_str(), json(closed).c_str());
+}
+
+/// Opens and closes the panel so often, each time giving back what the program at rest does, and once more.
+void repeatOpenings(int openings)
+{
+    PanelBench bench;
+    std::vector<long> open;
+    std::vector<long> closed;
+    for (int opening = 0; opening <= openings; ++opening) {
         bench.openPanel();
+        open.push_back(privateDirtyKilobytes());
         bench.close();
+        returnUnusedMemory();
+        closed.push_back(privateDirtyKilobytes());
     }
-    bench.openPanel();
-    const long lastOpen = privateDirtyKilobytes();
-    bench.close();
-    returnUnusedMemory();
-    const long closedAgain = privateDirtyKilobytes();
-
-    std::printf("{\"panel\": %s,\n \"yardstick\": %s,\n \"closed\": %s,\n"
-                " \"private_dirty_kb\": {\"first_open\": %ld, \"last_open\": %ld, \"closed_again\": %ld}}\n",
-        json(panel).c_str(), json(yardstick).c_str(), json(closed).c_str(), firstOpen, lastOpen, closedAgain);
-    return EXIT_SUCCESS;
+    std::printf("{\"open_kb\": %s, \"closed_kb\": %s}\n", json(open).c_str(), json(closed).c_str());
 }
 
 } // namespace
@@ -267,10 +274,12 @@ int run(int pairs, int openings)
 int main(int argc, char** argv)
 {
     using namespace amperly;
-    if (argc != 3) {
-        std::fputs("usage: panel_bench PAIRS OPENINGS\n", stderr);
+    const std::string_view wish = argc == 3 ? argv[1] : "";
+    if (wish != "frames" && wish != "openings") {
+        std::fputs("usage: panel_bench frames PAIRS | openings COUNT\n", stderr);
         return 2;
     }
+    keepLargeBlocksApart();
     qputenv("QT_NO_GLIB", "1");
     allowLayerWindows();
     const QApplication application(argc, argv);
@@ -278,5 +287,9 @@ int main(int argc, char** argv)
     const LinuxUiFont font(QApplication::font().family().toStdString());
     StatusArt art(font);
     const Injected<StatusArt> inForce(art);
-    return run(std::atoi(argv[1]), std::atoi(argv[2]));
+    if (wish == "frames")
+        compareFrames(std::atoi(argv[2]));
+    else
+        repeatOpenings(std::atoi(argv[2]));
+    return EXIT_SUCCESS;
 }

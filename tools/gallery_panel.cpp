@@ -109,7 +109,7 @@ bool writeSheet(const QString& path, const std::vector<QImage>& panels, const QC
     return sheet.save(path);
 }
 
-bool writeStates(const QString& folder, const Look& look, double scale)
+bool writeStates(const QString& path, const Look& look, double scale)
 {
     std::vector<QImage> panels;
     for (const State& state : states()) {
@@ -117,8 +117,7 @@ bool writeStates(const QString& folder, const Look& look, double scale)
         panel.play(kSettlingSeconds);
         panels.push_back(panel.picture(scale));
     }
-    return writeSheet(folder + QStringLiteral("/panel-%1-%2x.png").arg(QLatin1String(look.name)).arg(scale),
-        panels, look.desktop, scale);
+    return writeSheet(path, panels, look.desktop, scale);
 }
 
 /// How the panel grows in and a figure rolls: one picture each few frames.
@@ -146,14 +145,12 @@ bool writePanelGallery(const QString& folder, StatusArt& art)
     bool worked = true;
     for (const Look& look : looks()) {
         QApplication::setPalette(look.palette);
+        const QString panel = folder + QStringLiteral("/panel-") + QLatin1String(look.name);
         for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0})
-            worked &= writeStates(folder, look, scale);
+            worked &= writeStates(panel + QStringLiteral("-%1x.png").arg(scale), look, scale);
         worked &= writeMotion(folder, look);
         QApplication::setLayoutDirection(Qt::RightToLeft);
-        PanelOnDisplay mirrored(states().front().sample);
-        mirrored.play(kSettlingSeconds);
-        worked &= writeSheet(folder + QStringLiteral("/panel-mirrored-%1.png").arg(QLatin1String(look.name)),
-            {mirrored.picture(2.0)}, look.desktop, 2.0);
+        worked &= writeStates(panel + QStringLiteral("-mirrored.png"), look, 2.0);
         QApplication::setLayoutDirection(Qt::LeftToRight);
     }
     QApplication::setPalette(usual);

@@ -68,4 +68,10 @@ std::size_t returnUnusedMemory()
     return returned;
 }
 
+void keepLargeBlocksApart()
+{
+    constexpr int kLargeBytes = 128 * 1024; // where the C library begins; said, it stays there
+    mallopt(M_MMAP_THRESHOLD, kLargeBytes);
+}
+
 } // namespace amperly

@@ -13,4 +13,9 @@ namespace amperly {
 /// bytes. Takes a millisecond or two; meant for moments of rest, not for every tick.
 std::size_t returnUnusedMemory();
 
+/// From now on what is large, a window's picture say, is mapped by itself and goes back to the
+/// system when it is freed. Call it first of all. Left alone, the C library moves such blocks
+/// into the heap after the first was freed, and there small ones keep the room between them.
+void keepLargeBlocksApart();
+
 } // namespace amperly

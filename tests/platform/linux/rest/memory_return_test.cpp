@@ -109,5 +109,17 @@ TEST(MemoryReturnTest, FreeHeapGoesBackToTheSystem)
     std::free(blocks.back());
 }
 
+TEST(MemoryReturnTest, LargeBlocksStayApartFromTheHeapThoughOthersWereFreed)
+{
+    keepLargeBlocksApart();
+    for (int turn = 0; turn < 2; ++turn) {
+        const std::size_t before = mallinfo2().hblkhd;
+        void* const picture = std::malloc(4 * kLength);
+        EXPECT_GE(mallinfo2().hblkhd, before + 4 * kLength) << "in turn " << turn;
+        std::free(picture);
+        EXPECT_EQ(mallinfo2().hblkhd, before);
+    }
+}
+
 } // namespace
 } // namespace amperly
