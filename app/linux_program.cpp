@@ -4,6 +4,7 @@
 #include "platform/linux/files/config_folder.h"
 #include "platform/linux/fonts/linux_ui_font.h"
 #include "platform/linux/frames/display_frames.h"
+#include "platform/linux/frames/portal_power_saver.h"
 #include "platform/linux/frames/power_saving.h"
 #include "platform/linux/login/xdg_autostart.h"
 #include "platform/linux/motion/desktop_motion.h"
@@ -74,10 +75,12 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     TimerSlack slack;
     QtTimerSource timers(slack);
     LinuxPopoverHost popover(slack);
+    desktop.onLeaving([&popover] { popover.close(); });
     MenuPresenter menus;
     const std::unique_ptr<BusConnection> portalConnection = BusConnection::open();
     DesktopInk ink(portalConnection.get());
-    DisplayFrames frames([] { return isSavingPower(); });
+    const PortalPowerSaver powerSaver(portalConnection.get());
+    DisplayFrames frames([&powerSaver] { return powerSaver.isOn() || isSavingPower(); });
     WindowPalette windowPalette([&ink] {
         return DesktopLook{.prefersDark = ink.prefersDark(), .themeName = x11TextSetting("Net/ThemeName")};
     });

@@ -20,8 +20,6 @@ namespace amperly {
 
 namespace {
 
-constexpr double kLookForScreenSeconds = 1.0; // between two looks at whether the screen is on
-
 double steadySeconds()
 {
     const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
@@ -35,18 +33,25 @@ bool compositorAnnouncesFrames()
 
 class DisplayRun : public QObject, public FrameClock::Run {
 public:
-    DisplayRun(QWindow& window, FrameClock::Frame frame, bool gentle)
+    /// What a run finds out by asking.
+    struct Asks {
+        std::function<bool()> savesPower;
+        DisplayFrames::SightOf sightOf;
+        double everySeconds;
+    };
+
+    DisplayRun(QWindow& window, FrameClock::Frame frame, Asks asks)
         : m_window(&window)
         , m_frame(std::make_shared<FrameClock::Frame>(std::move(frame)))
+        , m_asks(std::move(asks))
         , m_announced(compositorAnnouncesFrames())
-        , m_pace(rate(window, gentle))
-        , m_waitsForPace(!m_announced || gentle)
+        , m_gentle(m_asks.savesPower())
+        , m_pace(rate())
     {
         m_timer.setSingleShot(true);
         m_timer.setTimerType(Qt::PreciseTimer);
         connect(&m_timer, &QTimer::timeout, this, [this] { due(); });
-        if (!m_announced)
-            m_sight = X11Sight::of(static_cast<xcb_window_t>(window.winId()), [this] { follow(); });
+        m_sight = m_asks.sightOf(window, [this] { follow(); });
         window.installEventFilter(this);
         follow();
     }
@@ -75,11 +80,21 @@ protected:
     }
 
 private:
-    static double rate(const QWindow& window, bool gentle)
+    [[nodiscard]] double rate() const
     {
-        const double screen = window.screen() == nullptr ? 0.0 : window.screen()->refreshRate();
+        const double screen = m_window->screen() == nullptr ? 0.0 : m_window->screen()->refreshRate();
         const double usual = 1.0 / FramePace(screen).periodSeconds();
-        return gentle ? std::min(usual, DisplayFrames::kGentleRate) : usual;
+        return m_gentle ? std::min(usual, DisplayFrames::kGentleRate) : usual;
+    }
+
+    /// At what may have changed without a word: the window may be on another screen by now.
+    void look()
+    {
+        m_gentle = m_asks.savesPower();
+        m_screenOff = m_sight && m_sight->isScreenOff();
+        const FramePace pace(rate());
+        if (pace.periodSeconds() != m_pace.periodSeconds())
+            m_pace = pace;
     }
 
     [[nodiscard]] bool isSeen() const
@@ -104,12 +119,12 @@ private:
     void due()
     {
         const double now = steadySeconds();
-        if (m_sight && now - m_lookedAt >= kLookForScreenSeconds) {
+        if (now - m_lookedAt >= m_asks.everySeconds) {
             m_lookedAt = now;
-            m_screenOff = m_sight->isScreenOff();
+            look();
         }
         if (m_screenOff) {
-            wait(kLookForScreenSeconds);
+            wait(m_asks.everySeconds);
         } else if (m_announced) {
             m_asked = true;
             m_window->requestUpdate();
@@ -123,7 +138,7 @@ private:
         const double now = steadySeconds();
         const double next = m_pace.dueAfter(now);
         // Without a picture to wait for, a compositor lets frames come at once.
-        if (m_waitsForPace || now - std::exchange(m_shownAt, now) < m_pace.periodSeconds() / 4.0)
+        if (!m_announced || m_gentle || now - std::exchange(m_shownAt, now) < m_pace.periodSeconds() / 4.0)
             wait(next - now);
         const QPointer<DisplayRun> self(this);
         const std::shared_ptr<FrameClock::Frame> held = m_frame;
@@ -142,10 +157,11 @@ private:
 
     QPointer<QWindow> m_window;
     std::shared_ptr<FrameClock::Frame> m_frame;
+    Asks m_asks;
     bool m_announced;
+    bool m_gentle;
     FramePace m_pace;
-    bool m_waitsForPace;
-    std::unique_ptr<X11Sight> m_sight;
+    std::unique_ptr<Sight> m_sight;
     QTimer m_timer;
     bool m_running = false;
     bool m_asked = false;
@@ -159,14 +175,23 @@ class NoRun : public FrameClock::Run { };
 
 } // namespace
 
-DisplayFrames::DisplayFrames(std::function<bool()> savesPower) : m_savesPower(std::move(savesPower)) { }
+DisplayFrames::DisplayFrames(std::function<bool()> savesPower, SightOf sightOf, double lookSeconds)
+    : m_savesPower(std::move(savesPower)), m_sightOf(std::move(sightOf)), m_lookSeconds(lookSeconds)
+{
+}
+
+std::unique_ptr<Sight> DisplayFrames::sightOnX11(QWindow& window, std::function<void()> changed)
+{
+    return X11Sight::of(static_cast<xcb_window_t>(window.winId()), std::move(changed));
+}
 
 std::unique_ptr<FrameClock::Run> DisplayFrames::start(QWidget& widget, Frame frame)
 {
     QWindow* const window = widget.window()->windowHandle();
     if (window == nullptr)
         return std::make_unique<NoRun>();
-    return std::make_unique<DisplayRun>(*window, std::move(frame), m_savesPower());
+    return std::make_unique<DisplayRun>(
+        *window, std::move(frame), DisplayRun::Asks{m_savesPower, m_sightOf, m_lookSeconds});
 }
 
 } // namespace amperly

@@ -2,6 +2,8 @@
 // the screen has been switched off.
 #pragma once
 
+#include "platform/linux/frames/sight.h"
+
 #include <QAbstractNativeEventFilter>
 
 #include <functional>
@@ -10,7 +12,7 @@
 
 namespace amperly {
 
-class X11Sight : public QAbstractNativeEventFilter {
+class X11Sight : public Sight, public QAbstractNativeEventFilter {
 public:
     /// Null on other windowing systems. `changed` is called when the window has been covered or
     /// uncovered.
@@ -19,10 +21,8 @@ public:
     X11Sight(const X11Sight&) = delete;
     X11Sight& operator=(const X11Sight&) = delete;
 
-    [[nodiscard]] bool isCovered() const { return m_covered; }
-
-    /// Asks the server: nobody announces it.
-    [[nodiscard]] bool isScreenOff() const;
+    [[nodiscard]] bool isCovered() const override { return m_covered; }
+    [[nodiscard]] bool isScreenOff() const override;
 
     bool nativeEventFilter(const QByteArray& kind, void* message, qintptr* result) override;
 

@@ -28,6 +28,8 @@ LinuxDesktop::LinuxDesktop(SingleInstance& instance, Installation installation, 
 
 void LinuxDesktop::openAddress(std::string_view address)
 {
+    if (m_leavingHandler)
+        m_leavingHandler();
     if (!m_launch({"xdg-open", std::string(address)}))
         log("Amperly: couldn't start xdg-open");
 }

@@ -37,6 +37,10 @@ public:
     /// Called before a window comes to the front.
     void onActivate(std::function<void()> handler) { m_activateHandler = std::move(handler); }
 
+    /// Called before another program is asked to come to the front: what keeps the pointer and the
+    /// keyboard to itself would lie over it.
+    void onLeaving(std::function<void()> handler) { m_leavingHandler = std::move(handler); }
+
     void quit() override;
     [[nodiscard]] std::optional<int> visibleScreenHeight() const override;
     [[nodiscard]] bool isInstalled() const override;
@@ -47,6 +51,7 @@ private:
     Installation m_installation;
     Launch m_launch;
     std::function<void()> m_activateHandler;
+    std::function<void()> m_leavingHandler;
 };
 
 } // namespace amperly

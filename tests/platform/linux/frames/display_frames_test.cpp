@@ -10,6 +10,26 @@
 namespace amperly {
 namespace {
 
+struct ScreenState {
+    bool isOff = false;
+    int looks = 0;
+};
+
+class FakeSight : public Sight {
+public:
+    explicit FakeSight(ScreenState& screen) : m_screen(screen) { }
+
+    [[nodiscard]] bool isCovered() const override { return false; }
+    [[nodiscard]] bool isScreenOff() const override
+    {
+        ++m_screen.looks;
+        return m_screen.isOff;
+    }
+
+private:
+    ScreenState& m_screen;
+};
+
 class DisplayFramesTest : public testing::Test {
 protected:
     void begin(QWidget& shown)
@@ -17,8 +37,13 @@ protected:
         run = frames.start(shown, [this](double now) { times.push_back(now); });
     }
 
+    static constexpr double kLookSeconds = 0.01;
+
     bool savesPower = false;
-    DisplayFrames frames{[this] { return savesPower; }};
+    ScreenState screen;
+    DisplayFrames frames{[this] { return savesPower; },
+        [this](QWindow&, const std::function<void()>&) { return std::make_unique<FakeSight>(screen); },
+        kLookSeconds};
     QWidget window;
     std::vector<double> times;
     std::unique_ptr<FrameClock::Run> run;
@@ -85,6 +110,35 @@ TEST_F(DisplayFramesTest, ToSpareTheBatteryFramesAreFewer)
     begin(window);
     ASSERT_TRUE(runUntil([this] { return times.size() >= 4; }));
     const double mean = (times.back() - times.front()) / static_cast<double>(times.size() - 1);
+    EXPECT_GT(mean, 0.9 / DisplayFrames::kGentleRate);
+}
+
+TEST_F(DisplayFramesTest, WhileTheScreenIsOffThereAreNoFramesUntilItIsOnAgain)
+{
+    window.show();
+    begin(window);
+    ASSERT_TRUE(runUntil([this] { return times.size() >= 2; }));
+    screen.isOff = true;
+    const int before = screen.looks;
+    ASSERT_TRUE(runUntil([&] { return screen.looks >= before + 2; })) << "it is not looked at any more";
+    const std::size_t last = times.size();
+    ASSERT_TRUE(runUntil([&] { return screen.looks >= before + 5; }));
+    EXPECT_EQ(times.size(), last);
+    screen.isOff = false;
+    EXPECT_TRUE(runUntil([&] { return times.size() >= last + 2; }));
+}
+
+TEST_F(DisplayFramesTest, ASwitchToSparingTheBatteryIsHeededInTheMiddleOfARun)
+{
+    window.show();
+    begin(window);
+    ASSERT_TRUE(runUntil([this] { return times.size() >= 3; }));
+    savesPower = true;
+    const int before = screen.looks;
+    ASSERT_TRUE(runUntil([&] { return screen.looks > before; }));
+    const std::size_t first = times.size() + 1; // one that was already under way may come yet
+    ASSERT_TRUE(runUntil([&] { return times.size() >= first + 4; }));
+    const double mean = (times.back() - times[first]) / static_cast<double>(times.size() - 1 - first);
     EXPECT_GT(mean, 0.9 / DisplayFrames::kGentleRate);
 }
 

@@ -69,6 +69,16 @@ TEST_F(LinuxDesktopTest, AnAddressGoesToTheDesktopsOpenerAsOneArgument)
     EXPECT_TRUE(loggedLines.empty());
 }
 
+TEST_F(LinuxDesktopTest, WhatKeepsThePointerLeavesBeforeTheOpenerStarts)
+{
+    LinuxDesktop leaving = desktop();
+    std::size_t launchedBefore = 1;
+    leaving.onLeaving([&] { launchedBefore = launched.size(); });
+    leaving.openAddress("https://example.org");
+    EXPECT_EQ(launchedBefore, 0u);
+    EXPECT_EQ(launched.size(), 1u);
+}
+
 TEST_F(LinuxDesktopTest, AMissingOpenerIsLogged)
 {
     launches = false;
