@@ -83,14 +83,27 @@ double StatusPill::widthOf(const QStringList& lines) const
     return std::ceil(2.0 * kPill.sidePadding + symbolWidth() + kPill.symbolGap + words);
 }
 
+QStringList StatusPill::inTwoLines(const QString& words) const
+{
+    // At the dot, which ends the first line as a comma would; else where it gets narrowest.
+    const qsizetype dot = words.indexOf(QChar(0x00b7));
+    if (dot > 0)
+        return {words.left(dot + 1), words.mid(dot + 2)};
+    QStringList best{words};
+    for (qsizetype space = words.indexOf(u' '); space > 0; space = words.indexOf(u' ', space + 1)) {
+        const QStringList lines{words.left(space), words.mid(space + 1)};
+        if (widthOf(lines) < widthOf(best))
+            best = lines;
+    }
+    return best;
+}
+
 void StatusPill::breakLines()
 {
     const QString words = accessibleName();
     QStringList lines{words};
-    // At the dot, which ends the first line as a comma would.
-    const qsizetype dot = words.indexOf(QChar(0x00b7));
-    if (widthOf(lines) > m_room && dot > 0)
-        lines = {words.left(dot + 1), words.mid(dot + 2)};
+    if (widthOf(lines) > m_room)
+        lines = inTwoLines(words);
     m_lines = lines;
     updateGeometry();
     update();

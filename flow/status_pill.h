@@ -30,6 +30,7 @@ protected:
 
 private:
     void breakLines();
+    [[nodiscard]] QStringList inTwoLines(const QString& words) const;
     [[nodiscard]] double widthOf(const QStringList& lines) const;
     [[nodiscard]] double symbolWidth() const;
     [[nodiscard]] double lineHeight() const;

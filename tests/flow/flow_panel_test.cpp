@@ -135,6 +135,17 @@ TEST_F(FlowPanelTest, APhraseThatIsTooLongForItsLineTakesTwo)
     EXPECT_EQ(panel->header()->statusPill().lineCount(), 1);
 }
 
+TEST_F(FlowPanelTest, APhraseWithoutADotMakesRoomForALongFigureToo)
+{
+    openWith(PowerSample{
+        .systemLoad = 11234.5, .adapterIn = 11200.0, .battery = -34.5, .externalConnected = true});
+    const StatusPill& pill = panel->header()->statusPill();
+    EXPECT_EQ(pill.accessibleName(), QStringLiteral("Using battery too"));
+    EXPECT_EQ(pill.lineCount(), 2);
+    EXPECT_LE(pill.geometry().right(), panel->header()->width());
+    EXPECT_GE(pill.geometry().left(), panel->header()->headline().sizeHint().width());
+}
+
 // The footer
 
 TEST_F(FlowPanelTest, SettingsOpensTheSettings)
