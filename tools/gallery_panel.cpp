@@ -1,11 +1,13 @@
 #include "tools/gallery_panel.h"
 
+#include "render/look/text_style.h"
 #include "render/status_art.h"
 #include "tools/gallery_stage.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <cmath>
 
 namespace amperly {
 namespace {
@@ -79,45 +81,56 @@ std::vector<State> states()
 
 constexpr double kSettlingSeconds = 3.7; // the flows have settled, and a breath is half drawn
 
-/// Panels beside each other, as cards.
-bool writeSheet(const QString& path, const std::vector<QImage>& panels, const QColor& ground, double scale)
+struct Card {
+    QString caption;
+    QImage panel;
+};
+
+/// Panels beside each other, as cards, each with its caption above it.
+bool writeSheet(const QString& path, const std::vector<Card>& cards, const Look& look, double scale)
 {
     constexpr int kColumns = 4;
     constexpr int kGap = 24;
+    constexpr int kCaption = 20;
     constexpr double kCorner = 12.0;
     QSize cell;
-    for (const QImage& panel : panels)
-        cell = cell.expandedTo(panel.deviceIndependentSize().toSize());
-    const int rows = (static_cast<int>(panels.size()) + kColumns - 1) / kColumns;
+    for (const Card& card : cards)
+        cell = cell.expandedTo(card.panel.deviceIndependentSize().toSize());
+    cell.rheight() += kCaption;
+    const int rows = (static_cast<int>(cards.size()) + kColumns - 1) / kColumns;
     const QSize size(kGap + kColumns * (cell.width() + kGap), kGap + rows * (cell.height() + kGap));
     QImage sheet(size * scale, QImage::Format_RGB32);
     sheet.setDevicePixelRatio(scale);
-    sheet.fill(ground);
+    sheet.fill(look.desktop);
     QPainter painter(&sheet);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (std::size_t index = 0; index < panels.size(); ++index) {
+    painter.setFont(textFont(TextStyle::Caption));
+    painter.setPen(look.palette.color(QPalette::PlaceholderText));
+    for (std::size_t index = 0; index < cards.size(); ++index) {
         const int column = static_cast<int>(index) % kColumns;
         const int row = static_cast<int>(index) / kColumns;
-        const QRectF place(
-            QPointF(kGap + column * (cell.width() + kGap), kGap + row * (cell.height() + kGap)),
-            panels[index].deviceIndependentSize());
-        QPainterPath card;
-        card.addRoundedRect(place, kCorner, kCorner);
-        painter.setClipPath(card);
-        painter.drawImage(place.topLeft(), panels[index]);
+        const QPointF corner(kGap + column * (cell.width() + kGap), kGap + row * (cell.height() + kGap));
+        painter.setClipping(false);
+        painter.drawText(
+            QRectF(corner, QSizeF(cell.width(), kCaption)), Qt::AlignLeading, cards[index].caption);
+        const QRectF place(corner + QPointF(0.0, kCaption), cards[index].panel.deviceIndependentSize());
+        QPainterPath outline;
+        outline.addRoundedRect(place, kCorner, kCorner);
+        painter.setClipPath(outline);
+        painter.drawImage(place.topLeft(), cards[index].panel);
     }
     return sheet.save(path);
 }
 
 bool writeStates(const QString& path, const Look& look, double scale)
 {
-    std::vector<QImage> panels;
+    std::vector<Card> cards;
     for (const State& state : states()) {
         PanelOnDisplay panel(state.sample);
         panel.play(kSettlingSeconds);
-        panels.push_back(panel.picture(scale));
+        cards.push_back({QLatin1String(state.name), panel.picture(scale)});
     }
-    return writeSheet(path, panels, look.desktop, scale);
+    return writeSheet(path, cards, look, scale);
 }
 
 /// How the panel grows in and a figure rolls: one picture each few frames.
@@ -127,13 +140,14 @@ bool writeMotion(const QString& folder, const Look& look)
     constexpr double kStep = 0.05;
     const std::vector<State> all = states();
     PanelOnDisplay panel(all.front().sample);
-    std::vector<QImage> panels;
-    for (int picture = 0; picture < kPictures; ++picture) {
+    std::vector<Card> cards;
+    for (int picture = 1; picture <= kPictures; ++picture) {
         panel.play(kStep);
-        panels.push_back(panel.picture(1.0));
+        cards.push_back(
+            {QStringLiteral("after %1 ms").arg(std::lround(picture * kStep * 1000.0)), panel.picture(1.0)});
     }
-    return writeSheet(folder + QStringLiteral("/panel-appears-%1.png").arg(QLatin1String(look.name)), panels,
-        look.desktop, 1.0);
+    return writeSheet(
+        folder + QStringLiteral("/panel-appears-%1.png").arg(QLatin1String(look.name)), cards, look, 1.0);
 }
 
 } // namespace
@@ -146,12 +160,13 @@ bool writePanelGallery(const QString& folder, StatusArt& art)
     for (const Look& look : looks()) {
         QApplication::setPalette(look.palette);
         const QString panel = folder + QStringLiteral("/panel-") + QLatin1String(look.name);
+        if (QGuiApplication::isRightToLeft()) {
+            worked &= writeStates(panel + QStringLiteral("-mirrored.png"), look, 2.0);
+            continue;
+        }
         for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0})
             worked &= writeStates(panel + QStringLiteral("-%1x.png").arg(scale), look, scale);
         worked &= writeMotion(folder, look);
-        QApplication::setLayoutDirection(Qt::RightToLeft);
-        worked &= writeStates(panel + QStringLiteral("-mirrored.png"), look, 2.0);
-        QApplication::setLayoutDirection(Qt::LeftToRight);
     }
     QApplication::setPalette(usual);
     return worked;

@@ -78,15 +78,21 @@ bool writeSettingsGallery(const QString& folder, StatusArt& art)
     for (const Look& look : looks()) {
         QApplication::setPalette(look.palette);
         const QString name = QLatin1String(look.name);
+        if (QGuiApplication::isRightToLeft()) {
+            worked &= gallery.write(name + QLatin1String("-mirrored-1x"), 1.0);
+            worked &= gallery.write(name + QLatin1String("-mirrored-2x"), 2.0);
+            worked &= gallery.write(name + QLatin1String("-mirrored-small-screen"), 1.0, 400);
+            continue;
+        }
         for (const double scale : {1.0, 1.25, 1.5, 2.0})
             worked &= gallery.write(QStringLiteral("%1-%2x").arg(name).arg(scale), scale);
         worked &= gallery.write(name + QLatin1String("-small-screen"), 1.0, 400);
         worked &= gallery.write(name + QLatin1String("-small-screen-end"), 1.0, 400, true);
-        QApplication::setLayoutDirection(Qt::RightToLeft);
-        worked &= gallery.write(name + QLatin1String("-mirrored-1x"), 1.0);
-        worked &= gallery.write(name + QLatin1String("-mirrored-2x"), 2.0);
-        worked &= gallery.write(name + QLatin1String("-mirrored-small-screen"), 1.0, 400);
-        QApplication::setLayoutDirection(Qt::LeftToRight);
+    }
+
+    if (QGuiApplication::isRightToLeft()) {
+        QApplication::setPalette(usual);
+        return worked;
     }
 
     // What is seldom seen: approval wanted, values that no option stands for, no reading.
