@@ -21,8 +21,12 @@ PowerBalance onBattery(const BatteryFigures& batteries, const MeasuredPower& mea
         balance.battery = batteries.watts;
     else if (measured.systemLoad)
         balance.battery = -*measured.systemLoad;
-    if (balance.battery)
-        balance.systemLoad = notNegative(-*balance.battery);
+    // A battery that fills while nothing is said to come in contradicts its supplies; what the
+    // computer draws then follows from neither.
+    if (balance.battery && *balance.battery <= 0)
+        balance.systemLoad = -*balance.battery;
+    else
+        balance.systemLoad = notNegative(measured.systemLoad);
     return balance;
 }
 

@@ -54,6 +54,12 @@ TEST(PowerBalanceTest, OnBatteryTheBatteryIsBelievedFirst)
     EXPECT_EQ(powerBalance(false, batteryOf(-12), {.systemLoad = 9, .adapterIn = 3}), balanceOf(-12, 0, 12));
 }
 
+TEST(PowerBalanceTest, OnBatteryOneThatFillsTellsNoLoad)
+{
+    EXPECT_EQ(powerBalance(false, batteryOf(6), {}), balanceOf(6, 0, kUnknown));
+    EXPECT_EQ(powerBalance(false, batteryOf(6), {.systemLoad = 9}), balanceOf(6, 0, 9));
+}
+
 TEST(PowerBalanceTest, PluggedInWithoutMeterOnlyTheBatteryIsKnown)
 {
     EXPECT_EQ(powerBalance(true, batteryOf(20), {}), balanceOf(20, kUnknown, kUnknown));
