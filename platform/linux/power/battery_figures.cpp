@@ -51,9 +51,13 @@ std::optional<double> driverWatts(const SupplyAttributes& attributes)
     return watts;
 }
 
-bool isIdle(const SupplyAttributes& attributes, double watts)
+/// Whether the rate is what firmware reports for nothing at all. A current needs no voltage for that.
+bool tellsIdle(const SupplyAttributes& attributes)
 {
-    return std::abs(watts) <= kIdleAmperes * plausibleVolts(attributes).value_or(kUsualVolts);
+    if (const std::optional<double> watts = inUnits(attributes, Attribute::PowerNow))
+        return std::abs(*watts) <= kIdleAmperes * plausibleVolts(attributes).value_or(kUsualVolts);
+    const std::optional<double> amperes = inUnits(attributes, Attribute::CurrentNow);
+    return amperes && std::abs(*amperes) <= kIdleAmperes;
 }
 
 /// +1 into the battery, −1 out of it, 0 where nobody can tell.
@@ -77,13 +81,13 @@ int direction(const SupplyReading& battery, double watts)
 /// Power into the battery.
 std::optional<double> batteryWatts(const SupplyReading& battery)
 {
+    const SupplyStatus status = battery.attributes.status();
+    const bool isMoving = status == SupplyStatus::Charging || status == SupplyStatus::Discharging;
+    if (!isMoving && tellsIdle(battery.attributes))
+        return 0.0;
     const std::optional<double> watts = driverWatts(battery.attributes);
     if (!watts)
         return std::nullopt;
-    const SupplyStatus status = battery.attributes.status();
-    const bool isMoving = status == SupplyStatus::Charging || status == SupplyStatus::Discharging;
-    if (!isMoving && isIdle(battery.attributes, *watts))
-        return 0.0;
     const int sign = direction(battery, *watts);
     if (sign == 0)
         return std::nullopt;
@@ -203,7 +207,7 @@ BatteryFigures batteryFigures(std::span<const SupplyReading> supplies)
         const std::optional<double> watts = batteryWatts(supply);
         isSumKnown = isSumKnown && watts;
         sum += watts.value_or(0);
-        figures.hasRate = figures.hasRate || (watts && !isIdle(attributes, *watts));
+        figures.hasRate = figures.hasRate || (watts && !tellsIdle(attributes));
 
         figures.volts = plausibleVolts(attributes);
         figures.amperes = inUnits(attributes, Attribute::CurrentNow);

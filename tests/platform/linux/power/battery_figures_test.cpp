@@ -77,6 +77,29 @@ TEST(BatteryFiguresTest, FirmwareFloorOfOneMilliampereIsIdle)
     }
 }
 
+TEST(BatteryFiguresTest, IdleNeedsNoVoltage)
+{
+    for (const char* status : {"Full", "Not charging", "Unknown"}) {
+        for (const char* current : {"0", "1500", "-1000"}) {
+            for (const AttributeList& voltage : {AttributeList{}, AttributeList{{"voltage_now", "0"}},
+                     AttributeList{{"voltage_now", "12500"}}}) {
+                AttributeList attributes{{"status", status}, {"current_now", current}};
+                attributes.insert(attributes.end(), voltage.begin(), voltage.end());
+                const BatteryFigures one = figures({battery(attributes)});
+                EXPECT_EQ(one.watts, 0.0) << status << ' ' << current;
+                EXPECT_FALSE(one.hasRate);
+            }
+        }
+    }
+}
+
+TEST(BatteryFiguresTest, WithoutVoltageAnyOtherRateIsUnknown)
+{
+    EXPECT_EQ(figures({battery({{"status", "Full"}, {"current_now", "1501"}})}).watts, std::nullopt);
+    EXPECT_EQ(figures({battery({{"status", "Discharging"}, {"current_now", "0"}})}).watts, std::nullopt);
+    EXPECT_EQ(figures({battery({{"status", "Full"}})}).watts, std::nullopt);
+}
+
 TEST(BatteryFiguresTest, RealCurrentWithoutDirectionIsUnknown)
 {
     for (const char* status : {"Full", "Not charging", "Unknown", "Confused"}) {
