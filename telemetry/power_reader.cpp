@@ -195,8 +195,7 @@ PowerReader::Sources::~Sources()
 
 SMC* PowerReader::Sources::smc()
 {
-    if (!std::exchange(m_smcTried, true))
-        m_smc = SMC::open(m_smcService);
+    std::call_once(m_smcTried, [this] { m_smc = SMC::open(m_smcService); });
     return m_smc.get();
 }
 

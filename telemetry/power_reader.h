@@ -5,6 +5,7 @@
 #include "telemetry/power_sample.h"
 
 #include <memory>
+#include <mutex>
 #include <optional>
 
 namespace amperly {
@@ -23,7 +24,8 @@ public:
     [[nodiscard]] static std::optional<PowerSample> read();
 
     /// What read() reads from, for as long as this object lives. It keeps the one controller
-    /// client, which the first read() opens; if that fails the controller is not tried again.
+    /// client, which the first read() opens, once, whatever threads read; if that fails the
+    /// controller is not tried again.
     class Sources {
     public:
         /// Both must outlive this object. Scopes nest: the sources before come back with its end.
@@ -41,7 +43,7 @@ public:
         SmcService& m_smcService;
         Registry& m_registry;
         std::unique_ptr<SMC> m_smc;
-        bool m_smcTried = false;
+        std::once_flag m_smcTried;
         Sources* m_previous;
     };
 };

@@ -9,7 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <latch>
 #include <limits>
+#include <thread>
 
 namespace amperly {
 namespace {
@@ -242,6 +245,45 @@ TEST_F(PowerReaderSourcesTest, ControllerIsOpenedByTheFirstReadingAndOnlyOnce)
     EXPECT_TRUE(PowerReader::read());
     EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC"));
     EXPECT_THAT(controller.closedConnections, IsEmpty());
+}
+
+TEST_F(PowerReaderSourcesTest, AReaderOnAnotherThreadWaitsUntilTheControllerIsOpened)
+{
+    struct SlowController : CannedSmc {
+        SmcOpening open(std::string_view className) override
+        {
+            begun.count_down();
+            bothRead.wait();
+            for (int turn = 0; turn < 10'000; ++turn)
+                std::this_thread::yield(); // time enough for one who does not wait to be back
+            isDone = true;
+            static_cast<void>(CannedSmc::open(className));
+            return {};
+        }
+        std::latch begun{1};
+        std::latch bothRead{2};
+        std::atomic<bool> isDone = false;
+    };
+    struct WatchedRegistry : Registry {
+        explicit WatchedRegistry(SlowController& smc) : controller(smc) { }
+        RegistryEntry find(std::string_view) override
+        {
+            controller.bothRead.count_down();
+            return 0;
+        }
+        RegistryProperty copyProperty(RegistryEntry, std::string_view) override { return {}; }
+        void release(RegistryEntry) override { }
+        SlowController& controller;
+    };
+    SlowController slow;
+    WatchedRegistry watched(slow);
+    const PowerReader::Sources sources(slow, watched);
+    std::thread first([] { EXPECT_FALSE(PowerReader::read()); });
+    slow.begun.wait();
+    EXPECT_FALSE(PowerReader::read());
+    EXPECT_TRUE(slow.isDone);
+    first.join();
+    EXPECT_THAT(slow.openedClasses, ElementsAre("AppleSMC"));
 }
 
 TEST_F(PowerReaderSourcesTest, ControllerThatRefusedIsNotTriedAgain)
