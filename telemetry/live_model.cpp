@@ -23,11 +23,15 @@ void LiveModel::setSample(const std::optional<PowerSample>& sample)
 {
     // Those who subscribe while the change is announced hear of the next one.
     const std::size_t count = m_subscribers.size();
+    ++m_announcing;
     for (std::size_t index = 0; index < count; ++index) {
         if (const auto entry = m_subscribers[index].lock())
             entry->handler();
     }
-    std::erase_if(m_subscribers, [](const auto& subscriber) { return subscriber.expired(); });
+    // A handler may set a sample itself. Those who left stay listed until the outermost
+    // announcement is through, which still counts them.
+    if (--m_announcing == 0)
+        std::erase_if(m_subscribers, [](const auto& subscriber) { return subscriber.expired(); });
     m_sample = sample;
 }
 

@@ -48,12 +48,13 @@ public:
     void setSample(const std::optional<PowerSample>& sample);
 
     /// Calls `handler` just before each change; it reads the new value afterwards, when it
-    /// draws. A handler may subscribe and cancel others, and itself.
+    /// draws. A handler may subscribe and cancel others, and itself, and set a sample.
     [[nodiscard]] Subscription objectWillChange(Handler handler);
 
 private:
     std::optional<PowerSample> m_sample;
     std::vector<std::weak_ptr<Subscription::Entry>> m_subscribers;
+    int m_announcing = 0; ///< announcements under way, one within the other
 };
 
 } // namespace amperly

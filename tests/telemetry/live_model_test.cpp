@@ -84,6 +84,24 @@ TEST(LiveModelTest, WhoSubscribesDuringAnAnnouncementHearsOfTheNext)
     EXPECT_EQ(late, 1);
 }
 
+TEST(LiveModelTest, AHandlerMaySetASampleThoughOthersHaveLeft)
+{
+    LiveModel live;
+    int heard = 0;
+    bool nested = false;
+    LiveModel::Subscription leaving = live.objectWillChange([] {});
+    const auto setting = live.objectWillChange([&] {
+        if (std::exchange(nested, true))
+            return;
+        leaving = {};
+        live.setSample(std::nullopt);
+    });
+    const auto last = live.objectWillChange([&] { ++heard; });
+    live.setSample(kSample);
+    EXPECT_EQ(heard, 2) << "once of each change";
+    EXPECT_EQ(live.sample(), kSample);
+}
+
 TEST(LiveModelTest, ASubscriptionMayOutliveTheModel)
 {
     auto live = std::make_unique<LiveModel>();
