@@ -133,7 +133,7 @@ AppDelegate::MenuShape AppDelegate::MenuShape::of(const std::optional<PowerSampl
         return {.made = true};
     return {.made = true,
         .hasSample = true,
-        .onPower = sample->externalConnected,
+        .unplugged = sample->isUnplugged(),
         .hasRating = sample->adapterRating.has_value()};
 }
 
@@ -239,8 +239,8 @@ void AppDelegate::updateMenu()
     }
     m_menu.setTitle(m_loadItem, "Mac using: " + StatusRenderer::systemLoadText(*sample, 1, true));
     m_menu.setTitle(m_adapterItem,
-        sample->externalConnected ? "From charger: " + StatusRenderer::adapterInText(*sample, 1, true)
-                                  : "On battery");
+        sample->isUnplugged() ? "On battery"
+                              : "From charger: " + StatusRenderer::adapterInText(*sample, 1, true));
     m_menu.setVisible(m_adapterItem, true);
     m_menu.setTitle(m_batteryItem, StatusRenderer::batteryDescription(*sample));
     m_menu.setVisible(m_batteryItem, true);

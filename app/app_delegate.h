@@ -85,7 +85,7 @@ private:
     struct MenuShape {
         bool made = false;
         bool hasSample = false;
-        bool onPower = false;
+        bool unplugged = false;
         bool hasRating = false;
         [[nodiscard]] static MenuShape of(const std::optional<PowerSample>& sample);
         friend bool operator==(const MenuShape&, const MenuShape&) = default;

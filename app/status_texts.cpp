@@ -21,6 +21,7 @@ StatusTexts::Shown StatusTexts::shownOf(const PowerSample& sample)
         shown.flow = sample.battery > 0 ? BatteryFlow::Charging : BatteryFlow::Draining;
     shown.percent = sample.batteryPercent;
     shown.external = sample.externalConnected;
+    shown.unplugged = sample.isUnplugged();
     return shown;
 }
 

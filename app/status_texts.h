@@ -30,6 +30,7 @@ private:
         BatteryFlow flow = BatteryFlow::Unknown;
         std::optional<int> percent;
         bool external = false;
+        bool unplugged = false;
         friend bool operator==(const Shown&, const Shown&) = default;
     };
     [[nodiscard]] static Shown shownOf(const PowerSample& sample);

@@ -36,7 +36,7 @@ NodeContent chargerContent(const PowerSample& sample)
     if (sample.adapterRating)
         content.title = std::to_string(*sample.adapterRating) + " W charger";
     else
-        content.title = sample.externalConnected ? "Charger" : "Unplugged";
+        content.title = sample.isUnplugged() ? "Unplugged" : "Charger";
     content.active = chargerDelivers(sample);
     return content;
 }
@@ -65,8 +65,10 @@ NodeContent batteryContent(const PowerSample& sample)
 
 std::string chargerSentence(const PowerSample& sample)
 {
-    if (!sample.externalConnected)
+    if (sample.isUnplugged())
         return "Charger unplugged";
+    if (!sample.externalConnected)
+        return "Charger: " + std::string(StatusRenderer::noValue);
     std::string sentence = "Charger supplying " + StatusRenderer::adapterInText(sample, kDecimals);
     if (sample.adapterRating)
         sentence += " of " + std::to_string(*sample.adapterRating) + " W";

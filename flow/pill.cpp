@@ -10,6 +10,8 @@ Pill pill(const PowerSample& sample)
     constexpr double kIdle = StatusRenderer::idleWatts;
     const bool adapterIdle = sample.adapterInKnown && sample.adapterIn < kChargerActiveWatts;
 
+    if (!sample.externalKnown)
+        return {"Power source unknown", "powerplug", FlowColor::charger};
     if (!sample.externalConnected)
         return {"On battery", "battery.50percent", FlowColor::draining};
     // Whether a battery charges that cannot be measured, nobody knows.

@@ -31,5 +31,7 @@ inline constexpr std::string_view kSystemLoad = "SystemLoad";
 inline constexpr std::string_view kBatteryPowerUnknown = "BatteryPowerUnknown";
 inline constexpr std::string_view kSystemPowerInUnknown = "SystemPowerInUnknown";
 inline constexpr std::string_view kSystemLoadUnknown = "SystemLoadUnknown";
+/// Why kExternalConnected is missing: it could be either.
+inline constexpr std::string_view kExternalUnknown = "ExternalUnknown";
 
 } // namespace amperly::battery_entry

@@ -58,7 +58,7 @@ void StatusRenderer::appendBatteryDescription(std::string& text, const PowerSamp
 {
     if (!sample.batteryKnown) {
         // Off the charger its direction is known all the same.
-        text += sample.externalConnected ? "Battery: " : "Battery draining: ";
+        text += sample.isUnplugged() ? "Battery draining: " : "Battery: ";
         text += noValue;
     } else if (std::abs(sample.battery) < idleWatts) {
         text += "Battery idle";

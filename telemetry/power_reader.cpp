@@ -170,6 +170,8 @@ PowerSample sampleFromRegistry(const BatteryService& service, const Connection& 
     sample.systemLoadKnown = !isUnknown(battery_entry::kSystemLoadUnknown)
         && (load.has_value() || (sample.batteryKnown && sample.adapterInKnown));
 
+    sample.externalKnown = connection.external || !isUnknown(battery_entry::kExternalUnknown);
+
     if (!sample.batteryKnown)
         sample.battery = 0;
     if (!sample.adapterInKnown)

@@ -19,6 +19,11 @@ struct PowerSample {
     bool systemLoadKnown = true;
     bool adapterInKnown = true;
     bool batteryKnown = true;
+    /// Off where nothing tells whether external power is connected; externalConnected is then off too.
+    bool externalKnown = true;
+
+    /// Whether the battery has to carry the computer, for all that anybody knows.
+    [[nodiscard]] bool isUnplugged() const { return externalKnown && !externalConnected; }
 
     friend bool operator==(const PowerSample&, const PowerSample&) = default;
 };

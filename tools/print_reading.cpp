@@ -33,7 +33,10 @@ void print(const PowerSample& sample)
     printWatts("battery", sample.battery, sample.batteryKnown);
     printWhole("adapter rating", sample.adapterRating, "W");
     printWhole("charge", sample.batteryPercent, "%");
-    std::puts(sample.externalConnected ? "external power connected" : "external power not connected");
+    if (sample.externalKnown)
+        std::puts(sample.externalConnected ? "external power connected" : "external power not connected");
+    else
+        std::puts("external power unknown");
 }
 
 } // namespace

@@ -155,6 +155,27 @@ TEST_F(AppDelegateTest, UnknownFiguresAreDashesInTheMenu)
             "Buy Me a Coffee ☕", "Quit Amperly"));
 }
 
+TEST_F(AppDelegateTest, WhereNobodyKnowsOfAChargerTheMenuClaimsNone)
+{
+    constexpr PowerSample kNobodyKnows{.batteryPercent = 80,
+        .systemLoadKnown = false,
+        .adapterInKnown = false,
+        .batteryKnown = false,
+        .externalKnown = false};
+    launchWith(kNobodyKnows);
+    click(ClickButton::Right);
+    EXPECT_THAT(menuTitles(),
+        ElementsAre("Mac using: –", "From charger: –", "Battery: – (80%)", "", "Settings…",
+            "Buy Me a Coffee ☕", "Quit Amperly"));
+    EXPECT_EQ(platform.statusItem.shown()->spokenLabel, "Mac using –, Battery: – (80%)");
+
+    PowerSample unplugged = kNobodyKnows;
+    unplugged.externalKnown = true;
+    tickWith(unplugged);
+    EXPECT_EQ(menuTitles()[1], "On battery");
+    EXPECT_EQ(platform.statusItem.shown()->spokenLabel, "Mac using –, Battery draining: – (80%)");
+}
+
 TEST_F(AppDelegateTest, TheOpenMenuFollowsEveryTick)
 {
     preferences.set(Pref::smoothing, false);

@@ -47,6 +47,8 @@ public:
             add(kSystemLoad, kSystemLoadUnknown, m_sample->systemLoad, m_sample->systemLoadKnown);
             add(kSystemPowerIn, kSystemPowerInUnknown, m_sample->adapterIn, m_sample->adapterInKnown);
             add(kBatteryPower, kBatteryPowerUnknown, m_sample->battery, m_sample->batteryKnown);
+            if (!m_sample->externalKnown)
+                dictionary.add(kExternalUnknown, true);
         }
         if (dictionary.empty())
             return {};

@@ -46,6 +46,14 @@ TEST(ChargerNodeTest, OnBatteryItIsUnpluggedAndDead)
         (NodeContent{"powerplug.fill", "–", "Unplugged", FlowColor::charger, false}));
 }
 
+TEST(ChargerNodeTest, WhereNobodyKnowsOfAChargerItIsNotCalledUnplugged)
+{
+    const PowerSample sample{.adapterInKnown = false, .externalKnown = false};
+    EXPECT_EQ(
+        chargerContent(sample), (NodeContent{"powerplug.fill", "–", "Charger", FlowColor::charger, false}));
+    EXPECT_EQ(chargerSentence(sample), "Charger: –");
+}
+
 TEST(ChargerNodeTest, ARatingThatIsKnownIsShownEvenUnplugged)
 {
     PowerSample sample = kOnBattery;

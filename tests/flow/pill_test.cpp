@@ -30,6 +30,13 @@ TEST(PillTest, UnpluggedMeansOnBatteryWhateverTheFiguresSay)
     EXPECT_EQ(pill({.batteryKnown = false}), kOnBattery);
 }
 
+TEST(PillTest, WhereNobodyKnowsOfAChargerNoneIsDenied)
+{
+    const Pill unknown{"Power source unknown", "powerplug", FlowColor::charger};
+    EXPECT_EQ(pill({.batteryKnown = false, .externalKnown = false}), unknown);
+    EXPECT_EQ(pill({.battery = -8.0, .externalKnown = false}), unknown);
+}
+
 TEST(PillTest, AnAdapterThatDeliversNothingLeavesTheWorkToTheBattery)
 {
     EXPECT_EQ(pluggedIn(0.2, -5.0), kRunningOnBattery);

@@ -118,6 +118,15 @@ TEST(BatteryDescriptionTest, OnTheChargerAFlowNobodyKnowsGoesEitherWay)
         "Battery: \u2013 (55%)");
 }
 
+TEST(BatteryDescriptionTest, WhereNobodyKnowsOfAChargerAFlowNobodyKnowsGoesEitherWay)
+{
+    EXPECT_EQ(StatusRenderer::batteryDescription(
+                  {.batteryPercent = 55, .batteryKnown = false, .externalKnown = false}),
+        "Battery: \u2013 (55%)");
+    EXPECT_EQ(StatusRenderer::batteryDescription({.battery = -4.0, .externalKnown = false}),
+        "Battery draining: 4.0 W");
+}
+
 TEST(BatteryDescriptionTest, AppendingKeepsWhatIsThere)
 {
     std::string text = "Now: ";
@@ -163,6 +172,11 @@ TEST(AccessibilityTextTest, FlowsNobodyKnowsAreDashes)
         "Mac using \u2013, charger supplying \u2013, Battery: \u2013");
     EXPECT_EQ(StatusRenderer::accessibilityText(PowerSample{.batteryPercent = 9, .systemLoadKnown = false}),
         "Mac using \u2013, Battery idle (9%)");
+    EXPECT_EQ(StatusRenderer::accessibilityText(PowerSample{.systemLoadKnown = false,
+                  .adapterInKnown = false,
+                  .batteryKnown = false,
+                  .externalKnown = false}),
+        "Mac using \u2013, Battery: \u2013");
 }
 
 } // namespace

@@ -23,7 +23,9 @@ inline void PrintTo(const PowerSample& sample, std::ostream* out)
         *out << "rated " << *sample.adapterRating << " W, ";
     if (sample.batteryPercent)
         *out << *sample.batteryPercent << " %, ";
-    *out << (sample.externalConnected ? "plugged in" : "on battery");
+    *out << (sample.externalConnected ? "plugged in"
+            : sample.isUnplugged()    ? "on battery"
+                                      : "source unknown");
 }
 
 } // namespace amperly

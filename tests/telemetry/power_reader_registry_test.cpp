@@ -342,6 +342,17 @@ TEST_F(PowerReaderRegistryTest, ConnectionAndChargeAreToldBesideUnknownFigures)
     EXPECT_TRUE(sample.externalConnected);
 }
 
+TEST_F(PowerReaderRegistryTest, ConnectionIsUnknownOnlyWhereThatIsSaid)
+{
+    measure({{"SystemLoad", 9000_i}});
+    EXPECT_TRUE(read().externalKnown);
+    measure({{"ExternalUnknown", true}});
+    EXPECT_FALSE(read().externalKnown);
+    EXPECT_FALSE(read().externalConnected);
+    plugIn(45_i);
+    EXPECT_TRUE(read().externalKnown) << "it is there after all";
+}
+
 TEST_F(PowerReaderRegistryTest, EveryReadingLooksAfresh)
 {
     registry.set("CurrentCapacity", 50_i);

@@ -36,13 +36,15 @@ void addFlow(RegistryDictionary& telemetry, std::optional<double> watts, std::st
         telemetry.add(unknownName, true);
 }
 
-RegistryDictionary telemetryOf(const PowerBalance& balance)
+RegistryDictionary telemetryOf(const PowerBalance& balance, bool isExternalKnown)
 {
     RegistryDictionary telemetry;
     addFlow(telemetry, balance.battery, battery_entry::kBatteryPower, battery_entry::kBatteryPowerUnknown);
     addFlow(
         telemetry, balance.adapterIn, battery_entry::kSystemPowerIn, battery_entry::kSystemPowerInUnknown);
     addFlow(telemetry, balance.systemLoad, battery_entry::kSystemLoad, battery_entry::kSystemLoadUnknown);
+    if (!isExternalKnown)
+        telemetry.add(battery_entry::kExternalUnknown, true);
     return telemetry;
 }
 
@@ -106,7 +108,7 @@ RegistryProperty LinuxRegistry::copyProperty(RegistryEntry entry, std::string_vi
 
     const BatteryFigures& batteries = m_snapshot.batteries;
     if (name == battery_entry::kPowerTelemetryData)
-        return telemetryOf(m_snapshot.balance);
+        return telemetryOf(m_snapshot.balance, m_snapshot.externalConnected.has_value());
     if (name == battery_entry::kExternalConnected && m_snapshot.externalConnected)
         return *m_snapshot.externalConnected;
     if (name == battery_entry::kCurrentCapacity && batteries.percent)

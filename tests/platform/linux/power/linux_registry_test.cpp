@@ -95,6 +95,26 @@ TEST_F(LinuxRegistryTest, SupplyOfAnotherKindIsNotReadAtEveryTurn)
     EXPECT_EQ(readsOfOneReading(), 1);
 }
 
+TEST_F(LinuxRegistryTest, LoneBatteryOfUnknownStatusTellsNothingOfTheCharger)
+{
+    addBattery({{"status", "Unknown"}, {"power_now", "9000000"}});
+    const std::optional<PowerSample> sample = read();
+    ASSERT_TRUE(sample);
+    EXPECT_FALSE(sample->externalConnected);
+    EXPECT_FALSE(sample->externalKnown);
+    EXPECT_EQ(batteryFlow(sample), kUnknown);
+}
+
+TEST_F(LinuxRegistryTest, SupplyThatIsOfflineTellsOfTheCharger)
+{
+    addMains("0");
+    addBattery({{"status", "Unknown"}, {"power_now", "9000000"}});
+    const std::optional<PowerSample> sample = read();
+    ASSERT_TRUE(sample);
+    EXPECT_FALSE(sample->externalConnected);
+    EXPECT_TRUE(sample->externalKnown);
+}
+
 TEST_F(LinuxRegistryTest, BatteryPutIntoItsBayShowsAtTheNextReading)
 {
     addBattery({{"status", "Discharging"}, {"power_now", "5000000"}});
