@@ -76,6 +76,18 @@ TEST_F(StatusCompositionTest, WithoutAChargerThereIsNoChargerReading)
     EXPECT_EQ(composed().pieces()[1].symbol, "battery.100percent.bolt");
 }
 
+TEST_F(StatusCompositionTest, WithoutAChargerThereIsNoChargerReadingWhateverItsStyle)
+{
+    sample->externalConnected = false;
+    for (const char* each : {"iconAndValue", "valueOnly", "iconOnly", "hidden", "nonsense"}) {
+        store.set(Pref::chargerStyle, std::string{each});
+        EXPECT_EQ(composed(),
+            image(
+                kLine, {piece(kLaptop, "14.2 W", "14"), piece("battery.100percent.bolt", "+15.9 W", "+16")}))
+            << each;
+    }
+}
+
 TEST_F(StatusCompositionTest, AnIdleBatteryCanBeHidden)
 {
     store.set(Pref::hideIdleBattery, true);
