@@ -1,9 +1,6 @@
-// Whole pictures of the panel, compared with those that somebody has looked at and found good. They
-// lie in the folder golden beside this file; with AMPERLY_UPDATE_GOLDEN=1 in the environment the
-// test writes them anew instead, to be looked at again.
+// Whole pictures of the panel.
 #include "tests/flow/panel_fixture.h"
-
-#include <cstdlib>
+#include "tests/support/golden_picture.h"
 
 namespace amperly {
 namespace {
@@ -20,28 +17,12 @@ protected:
         openWith(sample);
         clock.play(3.7);
         const QImage drawn = picture(scale);
-        const QString path = QString::fromStdString(AMPERLY_TEST_SOURCE_DIR "/golden/" + name + ".png");
-        if (const char* update = std::getenv("AMPERLY_UPDATE_GOLDEN"); update && *update == '1') {
-            ASSERT_TRUE(drawn.save(path));
+        const std::optional<QImage> golden = goldenPicture(name, drawn);
+        if (!golden)
             return;
-        }
-        const QImage golden = QImage(path).convertToFormat(QImage::Format_RGB32);
-        ASSERT_FALSE(golden.isNull()) << name << " is missing";
-        ASSERT_EQ(drawn.size(), golden.size()) << name;
-        double sum = 0.0;
-        int most = 0;
-        for (int y = 0; y < drawn.height(); ++y) {
-            for (int x = 0; x < drawn.width(); ++x) {
-                const QRgb one = drawn.pixel(x, y);
-                const QRgb other = golden.pixel(x, y);
-                const int difference = std::max({std::abs(qRed(one) - qRed(other)),
-                    std::abs(qGreen(one) - qGreen(other)), std::abs(qBlue(one) - qBlue(other))});
-                most = std::max(most, difference);
-                sum += difference;
-            }
-        }
-        EXPECT_LE(most, kMostDifferent) << name;
-        EXPECT_LE(sum / (drawn.width() * drawn.height()), kMostDifferentOnAverage) << name;
+        const PictureSteps steps = stepsBetween(drawn, *golden, drawn.rect());
+        EXPECT_LE(steps.most, kMostDifferent) << name;
+        EXPECT_LE(steps.mean, kMostDifferentOnAverage) << name;
     }
 };
 

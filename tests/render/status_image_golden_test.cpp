@@ -1,11 +1,6 @@
-// Whole pictures, compared with those that somebody has looked at and found good. They lie in
-// the folder golden beside this file; with AMPERLY_UPDATE_GOLDEN=1 in the environment the test
-// writes them anew instead, to be looked at again.
+// Whole pictures of the status item.
 #include "tests/render/status_art_fixture.h"
-
-#include <QImage>
-#include <QString>
-#include <cstdlib>
+#include "tests/support/golden_picture.h"
 
 namespace amperly {
 namespace {
@@ -28,26 +23,13 @@ class GoldenTest : public StatusArtTest {
 protected:
     static void compare(const CoverageMask& mask, const std::string& name)
     {
-        const QString path = QString::fromStdString(AMPERLY_TEST_SOURCE_DIR "/golden/" + name + ".png");
         const QImage drawn = pictureOf(mask);
-        if (const char* update = std::getenv("AMPERLY_UPDATE_GOLDEN"); update && *update == '1') {
-            ASSERT_TRUE(drawn.save(path));
+        const std::optional<QImage> golden = goldenPicture(name, drawn);
+        if (!golden)
             return;
-        }
-        const QImage golden = QImage(path).convertToFormat(QImage::Format_Grayscale8);
-        ASSERT_FALSE(golden.isNull()) << name << " is missing";
-        ASSERT_EQ(drawn.size(), golden.size()) << name;
-        double sum = 0.0;
-        int most = 0;
-        for (int y = 0; y < drawn.height(); ++y) {
-            for (int x = 0; x < drawn.width(); ++x) {
-                const int difference = std::abs(drawn.constScanLine(y)[x] - golden.constScanLine(y)[x]);
-                most = std::max(most, difference);
-                sum += difference;
-            }
-        }
-        EXPECT_LE(most, kMostDifferent) << name;
-        EXPECT_LE(sum / (drawn.width() * drawn.height()), kMostDifferentOnAverage) << name;
+        const PictureSteps steps = stepsBetween(drawn, *golden, drawn.rect());
+        EXPECT_LE(steps.most, kMostDifferent) << name;
+        EXPECT_LE(steps.mean, kMostDifferentOnAverage) << name;
     }
 
     static std::string suffix(double scale)

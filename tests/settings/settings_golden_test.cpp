@@ -1,14 +1,12 @@
-// The whole form, compared with pictures that somebody has looked at and found good. They lie in
-// the folder golden beside this file; with AMPERLY_UPDATE_GOLDEN=1 in the environment the test
-// writes them anew instead, to be looked at again.
+// Whole pictures of the form.
 #include "tests/settings/settings_form.h"
+#include "tests/support/golden_picture.h"
 #include "tools/desktop_palettes.h"
 
 #include <QFontDatabase>
 #include <QScrollArea>
 #include <QStyleFactory>
 
-#include <cstdlib>
 #include <string>
 
 namespace amperly {
@@ -48,37 +46,17 @@ protected:
         drawn.fill(palette.color(QPalette::Window));
         view->render(&drawn, {}, {}, QWidget::DrawChildren);
 
-        const QString path = QString::fromStdString(AMPERLY_TEST_SOURCE_DIR "/golden/" + name + ".png");
-        if (const char* update = std::getenv("AMPERLY_UPDATE_GOLDEN"); update && *update == '1') {
-            ASSERT_TRUE(drawn.save(path, "PNG", 0)); // packed as tightly as can be
+        const std::optional<QImage> golden = goldenPicture(name, drawn);
+        if (!golden)
             return;
-        }
-        const QImage golden = QImage(path).convertToFormat(QImage::Format_RGB32);
-        ASSERT_FALSE(golden.isNull()) << name << " is missing";
-        ASSERT_EQ(drawn.size(), golden.size()) << name;
         const int block = static_cast<int>(kBlock * scale);
         for (int top = 0; top < drawn.height(); top += block) {
             for (int left = 0; left < drawn.width(); left += block) {
                 const QRect area = QRect(left, top, block, block).intersected(drawn.rect());
-                EXPECT_LE(difference(drawn, golden, area), kMostDifferent)
+                EXPECT_LE(stepsBetween(drawn, *golden, area).mean, kMostDifferent)
                     << name << " at " << left << ',' << top;
             }
         }
-    }
-
-private:
-    static double difference(const QImage& one, const QImage& other, const QRect& area)
-    {
-        int sum = 0;
-        for (int y = area.top(); y <= area.bottom(); ++y) {
-            for (int x = area.left(); x <= area.right(); ++x) {
-                const QRgb first = one.pixel(x, y);
-                const QRgb second = other.pixel(x, y);
-                sum += std::max({std::abs(qRed(first) - qRed(second)),
-                    std::abs(qGreen(first) - qGreen(second)), std::abs(qBlue(first) - qBlue(second))});
-            }
-        }
-        return static_cast<double>(sum) / (area.width() * area.height());
     }
 };
 
