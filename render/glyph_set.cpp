@@ -19,39 +19,66 @@ namespace {
 /// Symbols kept. A run shows some ten: the states of one battery and two others, at two scales.
 constexpr std::size_t kMostEntries = 64;
 
-/// How far crisp strokes may take a symbol from its size. 14 points then share the drawing of
-/// 13 points, and 10.5 that of 9.5.
+/// How far crisp strokes may take a symbol from its size: a chip for larger text shares the drawing of
+/// the other size. A master's strokes are two units wide and begin on even units, so they fill whole
+/// pixels at multiples of one half pixel per unit only. None but the one that the smaller size takes is
+/// near a size for larger text, at any scale, which is why there are masters for that.
 constexpr double kCrispTolerance = 0.11;
 
-int boxWidth(const GlyphForm& form, FontWeight weight)
+} // namespace
+
+/// What all symbols have in common that are drawn for one size and weight.
+struct GlyphMaster {
+    const char* folder = "";
+    int GlyphForm::*width = nullptr;
+    int boxHeight = 0;
+    double unitsPerSize = 0.0; ///< units that the point size has
+};
+
+namespace {
+
+constexpr GlyphMaster kRegular{.folder = "",
+    .width = &GlyphForm::regularWidth,
+    .boxHeight = kRegularBoxHeight,
+    .unitsPerSize = kRegularBoxHeight};
+constexpr GlyphMaster kMedium{.folder = "medium/",
+    .width = &GlyphForm::mediumWidth,
+    .boxHeight = kMediumBoxHeight,
+    .unitsPerSize = kMediumUnitsPerSize};
+constexpr GlyphMaster kLargeRegular{.folder = "large/",
+    .width = &GlyphForm::largeRegularWidth,
+    .boxHeight = kLargeRegularBoxHeight,
+    .unitsPerSize = kLargeRegularSize * 2.0};
+constexpr GlyphMaster kLargeMedium{.folder = "medium/large/",
+    .width = &GlyphForm::largeMediumWidth,
+    .boxHeight = kLargeMediumBoxHeight,
+    .unitsPerSize = kLargeMediumSize * 2.0};
+
+const GlyphMaster& masterOf(FontWeight weight)
 {
-    return weight == FontWeight::Medium ? form.mediumWidth : form.regularWidth;
+    return weight == FontWeight::Medium ? kMedium : kRegular;
 }
 
-int boxHeight(FontWeight weight)
+const GlyphMaster& masterOf(const GlyphForm& form, const GlyphStyle& style)
 {
-    return weight == FontWeight::Medium ? kMediumBoxHeight : kRegularBoxHeight;
+    const bool medium = style.weight == FontWeight::Medium;
+    const GlyphMaster& large = medium ? kLargeMedium : kLargeRegular;
+    const bool isLarge = style.pointSize == (medium ? kLargeMediumSize : kLargeRegularSize);
+    return isLarge && form.*large.width > 0 ? large : masterOf(style.weight);
 }
 
-/// Points per unit of the master's grid.
-double pointsPerUnit(const GlyphStyle& style)
-{
-    return style.pointSize / (style.weight == FontWeight::Medium ? kMediumUnitsPerSize : kRegularBoxHeight);
-}
-
-GlyphDrawing drawn(const GlyphForm& form, FontWeight weight, double pixelsPerUnit)
+GlyphDrawing drawn(const GlyphForm& form, const GlyphMaster& master, double pixelsPerUnit)
 {
     GlyphDrawing drawing;
-    drawing.width = boxWidth(form, weight) * pixelsPerUnit;
-    drawing.height = boxHeight(weight) * pixelsPerUnit;
+    drawing.width = form.*master.width * pixelsPerUnit;
+    drawing.height = master.boxHeight * pixelsPerUnit;
     CoverageMask& mask = drawing.mask;
     mask.clear(pixelsUp(drawing.width), pixelsUp(drawing.height));
 
     QImage image(mask.width, mask.height, QImage::Format_Alpha8);
     image.fill(0);
     {
-        QSvgRenderer renderer(QLatin1String(":/amperly/glyphs/")
-            + QLatin1String(weight == FontWeight::Medium ? "medium/" : "")
+        QSvgRenderer renderer(QLatin1String(":/amperly/glyphs/") + QLatin1String(master.folder)
             + QLatin1String(form.name.data(), static_cast<qsizetype>(form.name.size()))
             + QLatin1String(".svg"));
         QPainter painter(&image);
@@ -79,9 +106,10 @@ GlyphSize glyphSize(std::string_view name, const GlyphStyle& style)
 {
     if (const std::optional<GlyphSize> size = systemSymbolSize(name, style))
         return *size;
-    const double unit = pointsPerUnit(style);
-    return {
-        .width = boxWidth(glyphNamed(name), style.weight) * unit, .height = boxHeight(style.weight) * unit};
+    const GlyphForm& form = glyphNamed(name);
+    const GlyphMaster& master = masterOf(form, style);
+    const double unit = style.pointSize / master.unitsPerSize;
+    return {.width = form.*master.width * unit, .height = master.boxHeight * unit};
 }
 
 double crispPixelsPerUnit(double pixelsPerUnit)
@@ -94,7 +122,9 @@ const GlyphDrawing& GlyphSet::drawing(std::string_view name, const GlyphStyle& s
 {
     if (const GlyphDrawing* const own = systemDrawing(name, style, scale))
         return *own;
-    return drawingPerUnit(name, style.weight, crispPixelsPerUnit(pointsPerUnit(style) * scale));
+    const GlyphForm& form = glyphNamed(name);
+    const GlyphMaster& master = masterOf(form, style);
+    return drawingOf(form, master, crispPixelsPerUnit(style.pointSize * scale / master.unitsPerSize));
 }
 
 const GlyphDrawing* GlyphSet::systemDrawing(std::string_view name, const GlyphStyle& style, double scale)
@@ -118,19 +148,24 @@ const GlyphDrawing* GlyphSet::systemDrawing(std::string_view name, const GlyphSt
 
 const GlyphDrawing& GlyphSet::drawingPerUnit(std::string_view name, FontWeight weight, double pixelsPerUnit)
 {
-    const GlyphForm* form = &glyphNamed(name);
+    return drawingOf(glyphNamed(name), masterOf(weight), pixelsPerUnit);
+}
+
+const GlyphDrawing& GlyphSet::drawingOf(
+    const GlyphForm& form, const GlyphMaster& master, double pixelsPerUnit)
+{
     const auto known = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& each) {
-        return each.form == form && each.weight == weight && each.pixelsPerUnit == pixelsPerUnit;
+        return each.form == &form && each.master == &master && each.pixelsPerUnit == pixelsPerUnit;
     });
     if (known != m_entries.end())
         return known->drawing;
     if (m_entries.size() == kMostEntries)
         m_entries.clear();
     return m_entries
-        .emplace_back(Entry{.form = form,
-            .weight = weight,
+        .emplace_back(Entry{.form = &form,
+            .master = &master,
             .pixelsPerUnit = pixelsPerUnit,
-            .drawing = drawn(*form, weight, pixelsPerUnit)})
+            .drawing = drawn(form, master, pixelsPerUnit)})
         .drawing;
 }
 

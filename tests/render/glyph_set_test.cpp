@@ -15,6 +15,8 @@ namespace {
 
 constexpr GlyphStyle kRegular{.pointSize = 13.0, .weight = FontWeight::Regular};
 constexpr GlyphStyle kMedium{.pointSize = 9.5, .weight = FontWeight::Medium};
+constexpr GlyphStyle kLargeRegular{.pointSize = 14.0, .weight = FontWeight::Regular};
+constexpr GlyphStyle kLargeMedium{.pointSize = 10.5, .weight = FontWeight::Medium};
 
 /// The view box that a drawing states, as "width height".
 QString statedBox(const QString& folder, std::string_view name)
@@ -50,6 +52,21 @@ TEST(GlyphFormsTest, EveryFormHasTheBoxesThatItsDrawingsState)
     }
 }
 
+TEST(GlyphFormsTest, FormsThatGrowHaveADrawingForEachLargerSize)
+{
+    const auto stated = [](int width, int height) {
+        return width > 0 ? QString::asprintf("%d %d", width, height) : QString();
+    };
+    for (const GlyphForm& form : kGlyphForms) {
+        EXPECT_EQ(statedBox(QLatin1String(":/amperly/glyphs/large/"), form.name),
+            stated(form.largeRegularWidth, kLargeRegularBoxHeight))
+            << form.name;
+        EXPECT_EQ(statedBox(QLatin1String(":/amperly/glyphs/medium/large/"), form.name),
+            stated(form.largeMediumWidth, kLargeMediumBoxHeight))
+            << form.name;
+    }
+}
+
 TEST(GlyphFormsTest, EveryDrawingHasAForm)
 {
     const QDir drawings(QLatin1String(":/amperly/glyphs"), QLatin1String("*.svg"));
@@ -79,6 +96,12 @@ TEST(GlyphSizeTest, TheMediumMasterHasTwoUnitsToThePointAtItsOwnSize)
     EXPECT_EQ(glyphSize("battery.50percent", kMedium), (GlyphSize{18.0, 10.0}));
 }
 
+TEST(GlyphSizeTest, ForLargerTextASymbolIsAPointHigher)
+{
+    EXPECT_EQ(glyphSize("laptopcomputer", kLargeRegular), (GlyphSize{22.0, 14.0}));
+    EXPECT_EQ(glyphSize("laptopcomputer", kLargeMedium), (GlyphSize{15.0, 11.0}));
+}
+
 TEST(GlyphSizeTest, TheFallbackHasItsOwnWidth)
 {
     EXPECT_EQ(glyphSize("toaster", kRegular), glyphSize("bolt.fill", kRegular));
@@ -105,6 +128,42 @@ TEST(GlyphMaskTest, AMaskIsItsBoxInPixels)
         const CoverageMask& mask = glyphs.drawing("laptopcomputer", kRegular, scale).mask;
         EXPECT_EQ(mask.width, 20 * scale);
         EXPECT_EQ(mask.height, 13 * scale);
+    }
+}
+
+TEST(GlyphMaskTest, ForLargerTextAMaskIsItsLargerBoxInPixels)
+{
+    GlyphSet glyphs;
+    for (const int scale : {1, 2, 3}) {
+        EXPECT_EQ(glyphs.drawing("battery.75percent", kLargeRegular, scale).mask.width, 24 * scale);
+        EXPECT_EQ(glyphs.drawing("battery.75percent", kLargeRegular, scale).mask.height, 14 * scale);
+        EXPECT_EQ(glyphs.drawing("battery.75percent", kLargeMedium, scale).mask.height, 11 * scale);
+    }
+}
+
+TEST(GlyphMaskTest, AStrokeInTheMiddleKeepsASymbolAtItsSmallerSize)
+{
+    GlyphSet glyphs;
+    for (const int scale : {1, 2, 3}) {
+        EXPECT_EQ(glyphs.drawing("cpu", kLargeRegular, scale).mask.height, 13 * scale);
+        EXPECT_EQ(glyphs.drawing("cpu", kLargeMedium, scale).mask.height, 10 * scale);
+    }
+}
+
+TEST(GlyphMaskTest, ForLargerTextStrokesFillWholePixelsToo)
+{
+    GlyphSet glyphs;
+    for (const GlyphStyle& style : {kLargeRegular, kLargeMedium}) {
+        // Away from corners and its pole a battery has no grey.
+        const auto isHard = [](int coverage) { return coverage <= 1 || coverage >= 254; };
+        for (const std::string_view name :
+            {"battery.0percent", "battery.25percent", "battery.50percent", "battery.75percent"}) {
+            const CoverageMask& mask = glyphs.drawing(name, style, 1.0).mask;
+            for (int x = 0; x + 2 < mask.width; ++x)
+                EXPECT_TRUE(isHard(mask.at(x, mask.height / 2))) << name << ' ' << x;
+            for (int y = 0; y < mask.height; ++y)
+                EXPECT_TRUE(isHard(mask.at(mask.width / 3, y))) << name << ' ' << y;
+        }
     }
 }
 

@@ -65,6 +65,18 @@ TEST_F(GoldenTest, LargeAndCompact)
     }
 }
 
+TEST_F(GoldenTest, LargeGlyphs)
+{
+    for (const Arrangement each : {Arrangement::Line, Arrangement::Stacked}) {
+        const StatusImage::Setting setting{.arrangement = each, .large = true};
+        const std::string name = each == Arrangement::Line ? "line-large-glyphs" : "stacked-large-glyphs";
+        const StatusImage made = image(setting,
+            {piece(kLaptop, "8"), piece("battery.25percent", "8"), piece("battery.100percent.bolt", "8")});
+        for (const double scale : {1.0, 2.0})
+            compare(drawn(made, scale), name + suffix(scale));
+    }
+}
+
 TEST_F(GoldenTest, OtherScripts)
 {
     const StatusImage made = image(

@@ -144,7 +144,7 @@ TEST_F(StatusImageTest, ValuesStandAboveTheirSymbols)
 TEST_F(StatusImageTest, OneIconIsItsWidthRoundedUp)
 {
     EXPECT_EQ(image(kStacked, {piece(kLaptop, "")}).widthPoints(), 14.0);
-    EXPECT_EQ(image(setting(Arrangement::Stacked, true, false), {piece(kLaptop, "")}).widthPoints(), 16.0);
+    EXPECT_EQ(image(setting(Arrangement::Stacked, true, false), {piece(kLaptop, "")}).widthPoints(), 15.0);
     const StatusImage icon = image(kStacked, {piece(kBattery, "")});
     EXPECT_EQ(icon.widthPoints(), 18.0);
     const CoverageMask mask = drawn(icon, 2.0);
