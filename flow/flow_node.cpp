@@ -27,7 +27,7 @@ constexpr double kCentred = 0.5;
 
 QFont valueFont()
 {
-    return textFont(TextStyle::Callout, QFont::DemiBold);
+    return figureFont(TextStyle::Callout, QFont::DemiBold);
 }
 
 QColor valueColor(const QPalette& palette)

@@ -47,6 +47,11 @@ QFont figureFont(int points, QFont::Weight weight)
     return font;
 }
 
+QFont figureFont(TextStyle style, QFont::Weight weight)
+{
+    return figureFont(points(style), weight);
+}
+
 QString toText(std::string_view utf8)
 {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

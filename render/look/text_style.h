@@ -16,8 +16,11 @@ enum class TextStyle { Body, Callout, Caption, Caption2 };
 /// The desktop's font at a size of its own, in points of the screen.
 [[nodiscard]] QFont sizedFont(int points, QFont::Weight weight);
 
-/// The font of large figures: the desktop's own, in its rounded design where it has one.
+/// The font of figures: the desktop's own, in its rounded design where it has one.
 [[nodiscard]] QFont figureFont(int points, QFont::Weight weight);
+
+/// The same at the size of `style`, for figures among words.
+[[nodiscard]] QFont figureFont(TextStyle style, QFont::Weight weight);
 
 /// UTF-8 as the toolkit keeps text.
 [[nodiscard]] QString toText(std::string_view utf8);
