@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace amperly {
 
@@ -61,6 +62,7 @@ void FlowDiagram::setSample(const PowerSample& sample)
     if (sample == m_sample)
         return;
     m_sample = sample;
+    m_rests = false;
     fill();
     announceDiagram(*this);
 }
@@ -71,6 +73,7 @@ void FlowDiagram::advance(double now)
         FrameStats::standard().frame(now);
     if (!m_firstFrame)
         m_firstFrame = now;
+    m_rests = false;
     m_elapsed = now - *m_firstFrame;
     m_appearance = kAppearance.at(m_elapsed);
     m_animator.step(m_sample, now);
@@ -81,6 +84,8 @@ void FlowDiagram::advance(double now)
 
 void FlowDiagram::settle()
 {
+    if (std::exchange(m_rests, true))
+        return;
     m_appearance = 1.0;
     m_elapsed = 0.0;
     m_animator.settle(m_sample);

@@ -35,7 +35,8 @@ public:
     /// grows in from its first frame on.
     void advance(double now);
 
-    /// Shows the latest reading with everything at rest, for those who want nothing to move.
+    /// Shows the latest reading with everything at rest, for those who want nothing to move. Asks
+    /// to be painted if that was not so already.
     void settle();
 
     /// The same to hear, in a sentence.
@@ -71,6 +72,7 @@ private:
     std::optional<double> m_firstFrame; ///< seconds
     double m_elapsed = 0.0; ///< since then
     double m_appearance = 0.0;
+    bool m_rests = false; ///< the latest reading is settled
     GlassCanvas m_canvas;
     QImage m_tubes; ///< the canvas's pixels
     QImage m_stage; ///< the whole diagram, while it appears

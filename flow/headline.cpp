@@ -52,6 +52,8 @@ void Headline::advance(double now)
 
 void Headline::settle()
 {
+    if (!m_figure.isRolling())
+        return;
     m_figure.settle();
     update();
 }

@@ -189,46 +189,6 @@ TEST_F(FlowPanelTest, TabGoesThroughTheFooterAndPastTheDiagram)
     EXPECT_EQ(panel->diagram()->focusPolicy(), Qt::NoFocus);
 }
 
-// Frames
-
-TEST_F(FlowPanelTest, FramesComeWhileItShowsAReading)
-{
-    open();
-    EXPECT_FALSE(clock.isRunning());
-    read(kCharging);
-    EXPECT_TRUE(clock.isRunning());
-    read(std::nullopt);
-    EXPECT_FALSE(clock.isRunning());
-}
-
-TEST_F(FlowPanelTest, HiddenItAsksForNoFrames)
-{
-    openWith(kCharging);
-    EXPECT_TRUE(clock.isRunning());
-    panel->hide();
-    EXPECT_FALSE(clock.isRunning());
-    panel->show();
-    EXPECT_TRUE(clock.isRunning());
-    panel.reset();
-    EXPECT_FALSE(clock.isRunning());
-}
-
-TEST_F(FlowPanelTest, WhoWantsNoMotionSeesTheReadingAtOnceAndNoFrames)
-{
-    const FixedMotionSetting still{true};
-    Injected<MotionSetting> inForce{const_cast<FixedMotionSetting&>(still)};
-    openWith(kCharging);
-    EXPECT_FALSE(clock.isRunning());
-    EXPECT_EQ(panel->diagram()->appearance(), 1.0);
-    EXPECT_EQ(panel->diagram()->animator().chargerToMac(), 14.2);
-
-    const QImage before = picture();
-    read(kOnBattery);
-    EXPECT_FALSE(panel->header()->headline().figure().isRolling());
-    EXPECT_EQ(panel->diagram()->animator().batteryToMac(), 8.6);
-    EXPECT_NE(picture(), before);
-}
-
 // What is heard
 
 TEST_F(FlowPanelTest, EverySentenceIsThereForScreenReaders)
