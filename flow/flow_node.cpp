@@ -88,6 +88,20 @@ void FlowNode::setContent(const NodeContent& content)
     m_whole = {};
 }
 
+void FlowNode::advance(double now)
+{
+    if (m_value.advance(now))
+        m_whole = {};
+}
+
+void FlowNode::settle()
+{
+    if (!m_value.isRolling())
+        return;
+    m_value.settle();
+    m_whole = {};
+}
+
 void FlowNode::restyle()
 {
     m_value.setFont(valueFont());
@@ -179,7 +193,9 @@ void FlowNode::draw(const QPalette& palette, double scale)
         drawTitle(painter, palette);
         m_whole = {};
     }
-    if (m_whole.isNull() && !m_value.isRolling()) {
+    if (m_whole.isNull()) {
+        // Rolling or not, the value is laid onto the node: over the diagram itself it would be
+        // rounded to other pixels, and be seen through twice where the node is.
         m_whole = m_body;
         QPainter painter(&m_whole);
         m_value.paint(painter, valuePlace(), valueColor(palette));
@@ -196,9 +212,7 @@ void FlowNode::paint(QPainter& painter, const QPointF& place, const QPalette& pa
     painter.setOpacity(opacity * glow);
     drawOnPixels(painter, place - QPointF(kNodeLook.glowReach, kNodeLook.glowReach), m_glow);
     painter.setOpacity(opacity);
-    drawOnPixels(painter, place, m_value.isRolling() ? m_body : m_whole);
-    if (m_value.isRolling())
-        m_value.paint(painter, place + valuePlace(), valueColor(palette));
+    drawOnPixels(painter, place, m_whole);
     painter.setOpacity(before);
 }
 

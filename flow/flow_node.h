@@ -1,8 +1,8 @@
 // One node of the power flow diagram: a rounded sheet of tinted glass with a symbol, a value and
 // a title. While power flows through it, a glow around it swells and fades.
 //
-// All that keeps still is drawn once for each scale; at a frame only the glow and, for a moment, a
-// value that rolls are new.
+// All that keeps still is drawn once for each scale; at a frame only the glow's opacity and, for a
+// moment, a value that rolls are new.
 #pragma once
 
 #include "flow/node_content.h"
@@ -24,10 +24,10 @@ public:
     [[nodiscard]] const NodeContent& content() const { return m_content; }
 
     /// One frame, at `now` in seconds.
-    void advance(double now) { m_value.advance(now); }
+    void advance(double now);
 
     /// Shows the value without rolling.
-    void settle() { m_value.settle(); }
+    void settle();
 
     /// Fonts and colours of the desktop have changed.
     void restyle();
@@ -53,7 +53,7 @@ private:
     double m_scale = 0.0;
     QImage m_glow;
     QImage m_body; ///< all but the value
-    QImage m_whole; ///< with the value at rest
+    QImage m_whole; ///< with the value as it shows
 };
 
 } // namespace amperly

@@ -190,6 +190,28 @@ TEST_F(FlowDiagramTest, PicturesAreDrawnAnewForAScreenOfAnotherScale)
     EXPECT_EQ(shown(2.0), moved);
 }
 
+TEST_F(FlowDiagramTest, AValueThatBeginsToRollStaysOnItsPixels)
+{
+    // One node has power and one has not, and none begins on a whole pixel.
+    PowerSample sample{.systemLoad = 14.2, .adapterIn = 0.3, .battery = -14.2, .externalConnected = true};
+    QWidget window;
+    window.resize(400, 300);
+    for (int offset = 0; offset < 4; ++offset) {
+        make(sample);
+        diagram->setParent(&window);
+        diagram->move(offset, offset);
+        play(3.0);
+        const QImage before = pictureOf(window, 1.25);
+        PowerSample other = sample;
+        other.systemLoad = 15.3;
+        other.adapterIn = 0.4;
+        diagram->setSample(other);
+        diagram->advance(now);
+        EXPECT_EQ(pictureOf(window, 1.25), before) << offset;
+        diagram.reset();
+    }
+}
+
 TEST_F(FlowDiagramTest, AFramesStepTakesNothingFromTheHeapButTheWishToBePainted)
 {
     make(kCharging);
