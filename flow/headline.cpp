@@ -46,8 +46,13 @@ void Headline::setSample(const PowerSample& sample)
 
 void Headline::advance(double now)
 {
-    if (m_figure.advance(now))
-        update();
+    const double width = m_figure.width();
+    if (!m_figure.advance(now))
+        return;
+    // A figure that has waited for another one begins to roll.
+    if (m_figure.width() != width)
+        updateGeometry();
+    update();
 }
 
 void Headline::settle()

@@ -48,12 +48,17 @@ void RollingText::setFont(const QFont& font)
 
 void RollingText::setText(const QString& text)
 {
-    if (text == m_text)
+    if (text == this->text())
         return;
-    m_before = std::exchange(m_text, text);
+    // Characters on their way arrive first: from where they are there is no other way that is smooth.
+    if (m_rolling && m_progress > 0.0) {
+        m_next = text;
+        return;
+    }
+    m_text = text;
     m_start.reset();
-    m_rolling = true;
-    m_progress = 0.0;
+    m_rolling = m_text != m_before;
+    m_progress = m_rolling ? 0.0 : 1.0;
     match();
 }
 
@@ -65,7 +70,11 @@ bool RollingText::advance(double now)
         m_start = now;
     const double elapsed = now - *m_start;
     if (elapsed >= kRollSeconds) {
-        settle();
+        arrive();
+        if (m_next) {
+            setText(*std::exchange(m_next, std::nullopt));
+            m_start = now;
+        }
         return true;
     }
     const double before = std::exchange(m_progress, easeInOut(elapsed / kRollSeconds));
@@ -73,6 +82,13 @@ bool RollingText::advance(double now)
 }
 
 void RollingText::settle()
+{
+    m_text = text();
+    m_next.reset();
+    arrive();
+}
+
+void RollingText::arrive()
 {
     m_rolling = false;
     m_progress = 1.0;

@@ -38,9 +38,10 @@ public:
 
     void setFont(const QFont& font);
 
-    /// The text to roll to, starting with the next frame.
+    /// The text to roll to, starting with the next frame. While another roll can be seen, it waits
+    /// for that to end; of several that wait, the last one counts.
     void setText(const QString& text);
-    [[nodiscard]] const QString& text() const { return m_text; }
+    [[nodiscard]] const QString& text() const { return m_next ? *m_next : m_text; }
 
     /// One frame, at `now` in seconds. Returns whether it looks different from the one before.
     bool advance(double now);
@@ -53,7 +54,7 @@ public:
     /// From 0, where the text before still shows, to 1.
     [[nodiscard]] double progress() const { return m_progress; }
 
-    /// Points that the text takes at rest.
+    /// Points that the text which shows, or rolls in, takes at rest.
     [[nodiscard]] double width() const { return m_width; }
 
     /// Points of its line.
@@ -79,6 +80,7 @@ private:
     [[nodiscard]] double advanceOf(const QString& character) const;
     [[nodiscard]] std::vector<Placed> laidOut(const QString& text, double& width) const;
     void match();
+    void arrive();
     const QImage& glyph(const QString& character, const QColor& color, double scale);
     void paintGlyph(QPainter& painter, const QPointF& place, const QImage& picture, double opacity);
 
@@ -86,6 +88,7 @@ private:
     double m_anchor;
     QString m_before;
     QString m_text;
+    std::optional<QString> m_next; ///< to roll to after m_text
     std::vector<RollingCell> m_cells;
     double m_width = 0.0;
     bool m_rolling = false;

@@ -123,6 +123,23 @@ TEST_F(FlowPanelTest, TheHeadlineRollsToItsNewFigure)
     EXPECT_FALSE(panel->header()->headline().figure().isRolling());
 }
 
+TEST_F(FlowPanelTest, AFigureThatWaitedForAnotherIsGivenItsRoom)
+{
+    PowerSample sample{.systemLoad = 8.1, .adapterIn = 9.0, .externalConnected = true};
+    openWith(sample);
+    clock.play(0.1);
+    sample.systemLoad = 9.2;
+    read(sample);
+    clock.play(0.2);
+    sample.systemLoad = 1109.2;
+    read(sample);
+    QApplication::processEvents();
+    EXPECT_EQ(panel->header()->statusPill().lineCount(), 1);
+    clock.play(1.0);
+    QApplication::processEvents();
+    EXPECT_EQ(panel->header()->statusPill().lineCount(), 2);
+}
+
 TEST_F(FlowPanelTest, APhraseThatIsTooLongForItsLineTakesTwo)
 {
     openWith(PowerSample{.systemLoad = 112.7, .adapterIn = 0.2, .battery = -5.0, .externalConnected = true});

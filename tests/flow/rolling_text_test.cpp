@@ -137,8 +137,63 @@ TEST_F(RollingTextTest, HalfwayBothDigitsShowAndAtTheEndOnlyTheNewOne)
     EXPECT_EQ(picture(text), after);
 }
 
+TEST_F(RollingTextTest, ATextThatComesDuringARollWaitsForItsEnd)
+{
+    RollingText undisturbed{sizedFont(30, QFont::DemiBold)};
+    undisturbed.setText(QStringLiteral("12.3 W"));
+    undisturbed.settle();
+    for (RollingText* const one : {&text, &undisturbed}) {
+        one->setText(QStringLiteral("12.9 W"));
+        one->advance(5.0);
+        one->advance(5.2);
+    }
+    text.setText(QStringLiteral("14.0 W"));
+    text.setText(QStringLiteral("113.1 W"));
+    EXPECT_EQ(text.text(), QStringLiteral("113.1 W"));
+    EXPECT_EQ(text.width(), undisturbed.width());
+    for (const double now : {5.2, 5.3, 5.4}) {
+        text.advance(now);
+        undisturbed.advance(now);
+        EXPECT_EQ(picture(text), picture(undisturbed)) << now;
+    }
+    EXPECT_TRUE(text.isRolling());
+    text.advance(5.6);
+    EXPECT_NEAR(text.progress(), 0.5, 1e-6);
+    EXPECT_GT(text.width(), undisturbed.width());
+    text.advance(5.9);
+    EXPECT_FALSE(text.isRolling());
+    EXPECT_EQ(text.text(), QStringLiteral("113.1 W"));
+}
+
+TEST_F(RollingTextTest, GoingBackDuringARollWaitsForItsEndToo)
+{
+    text.setText(QStringLiteral("12.4 W"));
+    text.advance(5.0);
+    text.advance(5.2);
+    text.setText(QStringLiteral("12.3 W"));
+    text.setText(QStringLiteral("12.4 W"));
+    text.advance(5.4);
+    EXPECT_FALSE(text.isRolling());
+    EXPECT_EQ(text.text(), QStringLiteral("12.4 W"));
+}
+
+TEST_F(RollingTextTest, ARollOfWhichNothingHasBeenSeenGivesWay)
+{
+    const QImage before = picture(text);
+    text.setText(QStringLiteral("99.9 W"));
+    text.setText(QStringLiteral("12.4 W"));
+    text.advance(5.0);
+    EXPECT_EQ(picture(text), before);
+    EXPECT_EQ(text.cells()[0].to, QStringLiteral("1"));
+    text.setText(QStringLiteral("12.3 W"));
+    EXPECT_FALSE(text.isRolling());
+}
+
 TEST_F(RollingTextTest, SettlingShowsTheNewTextAtOnce)
 {
+    text.setText(QStringLiteral("88.9 W"));
+    text.advance(1.0);
+    text.advance(1.2);
     text.setText(QStringLiteral("9.9 W"));
     text.settle();
     RollingText still{sizedFont(30, QFont::DemiBold)};
