@@ -49,7 +49,8 @@ private:
 
 /// Draws one flow over those drawn before it in this frame. `width` is the full width in points of
 /// the tube where no swelling is; `travelled` is how far the swellings have moved since the
-/// beginning, in points. A curve no longer than a point draws nothing.
+/// beginning, in points. A curve no longer than a point draws nothing, nor does one of 1e9 points
+/// or more, or of places that are no numbers.
 void drawGlassFlow(
     GlassCanvas& context, const Bezier& curve, const Color& color, double width, double travelled);
 

@@ -13,8 +13,8 @@ namespace {
 
 // Points. Shorter curves have no direction.
 constexpr double kLongestThatIsNothing = 1.0;
-// Nobody can see the ends of a longer tube, and steps along it would be too coarse.
-constexpr double kLongestTube = 30000.0;
+// The pulses of longer ones could not be counted.
+constexpr double kLongestTube = 1e9;
 
 // Layouts serve tubes of any width up to theirs, so that a tube that grows and shrinks keeps its own.
 // Points.

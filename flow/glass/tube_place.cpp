@@ -28,6 +28,8 @@ TubePlaces::TubePlaces(const CurveSamples& samples, const CurveNormals& normals)
         m_least = {std::min(m_least.x, point.x), std::min(m_least.y, point.y)};
         m_most = {std::max(m_most.x, point.x), std::max(m_most.y, point.y)};
     }
+    for (std::size_t i = 1; i < kCurveSampleCount; ++i)
+        m_halfSection = std::max(m_halfSection, 0.5 * (samples.lengths[i] - samples.lengths[i - 1]));
 }
 
 bool TubePlaces::narrow(const FlowPoint& centre, double radius, double reach)
@@ -40,7 +42,8 @@ bool TubePlaces::narrow(const FlowPoint& centre, double radius, double reach)
     for (std::size_t i = 0; i < kCurveSampleCount; ++i)
         squares[i] = squaredDistance(centre, m_samples.points[i]);
     const double nearest = std::sqrt(*std::min_element(squares.begin(), squares.end()));
-    if (nearest > reach + radius)
+    // The curve may pass right between two samples.
+    if (nearest > std::hypot(reach + radius, m_halfSection))
         return false;
     // A trace more, so that rounding leaves the nearest one in.
     const double furthest = nearest + 2.0 * radius + 1e-6;

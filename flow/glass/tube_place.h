@@ -38,6 +38,7 @@ private:
     const CurveNormals& m_normals;
     FlowPoint m_least; ///< the corners of the box around all samples
     FlowPoint m_most;
+    double m_halfSection = 0.0; ///< of the longest section
     double m_side; ///< see upperSide(): it tells which way along a normal is turned
     std::size_t m_firstCandidate = 0;
     std::size_t m_lastCandidate = kCurveSampleCount - 1;

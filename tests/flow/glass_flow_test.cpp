@@ -45,6 +45,8 @@ TEST(GlassFlowTest, CurvesThatAreNowhereDrawNothing)
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     EXPECT_TRUE(isEmpty(drawn({{line({50.0, kNan}, {90.0, 50.0})}})));
     EXPECT_TRUE(isEmpty(drawn({{line({50.0, 50.0}, {kInfinity, 50.0})}})));
+    EXPECT_TRUE(isEmpty(drawn({{line({50.0, 50.0}, {1e9 + 50.0, 50.0})}})));
+    EXPECT_FALSE(isEmpty(drawn({{line({50.0, 50.0}, {9e8, 50.0})}})));
     EXPECT_TRUE(isEmpty(drawn({{line({-2000.0, 50.0}, {-1000.0, 50.0})}})));
 }
 

@@ -108,6 +108,13 @@ TEST_P(GlassPictureTest, OddCurves)
         {{line({-60.0, 10.0}, {330.0, 60.0}), FlowColor::charging, 21.0, 30.0}}, GetParam(), "beyond");
 }
 
+TEST_P(GlassPictureTest, CurvesOfWhichTheCanvasShowsLittle)
+{
+    for (const double away : {2e4, 1e6})
+        expectLikeReference(
+            {{line({-away, 60.0}, {away, 140.0}), FlowColor::charging, 21.0, 30.0}}, GetParam(), "far");
+}
+
 INSTANTIATE_TEST_SUITE_P(AtEveryScale, GlassPictureTest, testing::Values(1.0, 1.25, 1.5, 2.0));
 
 } // namespace
