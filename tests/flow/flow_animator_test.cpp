@@ -1,5 +1,6 @@
 #include "flow/flow_animator.h"
 
+#include "flow/diagram_layout.h"
 #include "tests/support/allocation_count.h"
 #include "tests/support/print_sample.h"
 
@@ -204,6 +205,27 @@ TEST_F(FlowAnimatorTest, DistancesStartOverAt10000Points)
     EXPECT_GT(animator.travelled()[0], 9900.0);
     run(kNothing, 2.0);
     EXPECT_THAT(animator.travelled(), Each(testing::AllOf(testing::Ge(0.0), testing::Lt(40.0))));
+}
+
+TEST_F(FlowAnimatorTest, WhileAFlowDecaysItsTubeNarrowsAndItsPulsesSlowDown)
+{
+    run({.systemLoad = 60.0, .adapterIn = 90.0, .battery = 30.0, .externalConnected = true}, 5.0);
+    double width = tubeWidth(animator.chargerToMac(), 60.0);
+    double advance = 29.0 * kFrame;
+    int frames = 0;
+    for (; animator.chargerToMac() > kLeastDrawnWatts; ++frames) {
+        const double before = animator.travelled()[0];
+        animator.step(kOnBattery, now += kFrame);
+        const double widthNow = tubeWidth(animator.chargerToMac(), 60.0);
+        const double advanceNow = animator.travelled()[0] - before;
+        ASSERT_LT(widthNow, width);
+        ASSERT_LT(advanceNow, advance);
+        width = widthNow;
+        advance = advanceNow;
+    }
+    EXPECT_NEAR(frames * kFrame, kTimeConstant * std::log(60.0 / kLeastDrawnWatts), 2.0 * kFrame);
+    EXPECT_NEAR(width, 9.0, 0.02);
+    EXPECT_NEAR(advance, 18.0 * kFrame, 0.001);
 }
 
 // At rest
