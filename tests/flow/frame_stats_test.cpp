@@ -77,5 +77,20 @@ TEST(FrameStatsEnabledTest, WithoutTheVariableItIsOff)
     unsetenv("AMPERLY_FPS");
 }
 
+// In a process of its own, which has not looked yet.
+TEST(FrameStatsDeathTest, WhateverTheVariableHoldsItIsOn)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    for (const char* const value : {"", "0", "1"}) {
+        EXPECT_EXIT(
+            {
+                setenv("AMPERLY_FPS", value, 1);
+                std::_Exit(FrameStats::enabled() ? EXIT_SUCCESS : EXIT_FAILURE);
+            },
+            testing::ExitedWithCode(EXIT_SUCCESS), "")
+            << '"' << value << '"';
+    }
+}
+
 } // namespace
 } // namespace amperly
