@@ -1,12 +1,14 @@
+#include "flow/hairline.h"
 #include "flow/no_data.h"
 #include "prefs/pref.h"
 #include "render/look/quiet_button.h"
 #include "tests/flow/panel_fixture.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QTest>
+
+#include <algorithm>
 
 namespace amperly {
 namespace {
@@ -23,6 +25,25 @@ protected:
         for (const QuietButton* const button : footer())
             texts.push_back(button->text().toStdString());
         return texts;
+    }
+
+    /// Pixels between one and the other below it.
+    static int gap(const QRect& upper, const QRect& lower) { return lower.top() - upper.bottom() - 1; }
+
+    [[nodiscard]] QRect divider() const
+    {
+        const QList<QWidget*> children = panel->findChildren<QWidget*>();
+        const auto line = std::find_if(children.begin(), children.end(),
+            [](QWidget* child) { return dynamic_cast<Hairline*>(child) != nullptr; });
+        return line == children.end() ? QRect() : (*line)->geometry();
+    }
+
+    /// The line of the footer's words; the grounds of its buttons reach further.
+    [[nodiscard]] QRect footerWords() const
+    {
+        const QuietButton* const button = footer().front();
+        const int above = (button->height() - button->fontMetrics().height()) / 2;
+        return button->geometry().adjusted(0, above, 0, -above);
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
@@ -76,13 +97,35 @@ TEST_F(FlowPanelTest, ItIs340PointsWideAndTheDiagramMeasures308By200)
     EXPECT_EQ(panel->diagram()->mapTo(panel.get(), panel->diagram()->contentsRect().topLeft()).x(), 16);
 }
 
-TEST_F(FlowPanelTest, GapsBetweenHeaderDiagramAndDividerAre14Points)
+TEST_F(FlowPanelTest, GapsBetweenHeaderDiagramDividerAndFooterAre14Points)
 {
     openWith(kCharging);
     const QRect diagram = panel->diagram()->contentsRect().translated(panel->diagram()->pos());
-    const FlowHeader& header = *panel->header();
-    EXPECT_EQ(header.geometry().top(), 16);
-    EXPECT_EQ(diagram.top() - (header.geometry().bottom() + 1), 14);
+    const QRect header = panel->header()->geometry();
+    EXPECT_EQ(header.top(), 16);
+    EXPECT_EQ(gap(header, diagram), 14);
+    EXPECT_EQ(gap(diagram, divider()), 14);
+    EXPECT_EQ(gap(divider(), footerWords()), 14);
+    EXPECT_EQ(panel->height() - 1 - footerWords().bottom(), 16);
+}
+
+TEST_F(FlowPanelTest, WithoutASampleTheDividerAndTheGapsAroundItAreTheSame)
+{
+    openWith(std::nullopt);
+    EXPECT_EQ(panel->noData()->geometry().top(), 16);
+    EXPECT_EQ(gap(panel->noData()->geometry(), divider()), 14);
+    EXPECT_EQ(gap(divider(), footerWords()), 14);
+    EXPECT_EQ(panel->height() - 1 - footerWords().bottom(), 16);
+}
+
+TEST_F(FlowPanelTest, TheDividerSpansTheContents)
+{
+    for (const std::optional<PowerSample>& sample :
+        {std::optional(kCharging), std::optional<PowerSample>()}) {
+        openWith(sample);
+        EXPECT_EQ(divider().left(), 16);
+        EXPECT_EQ(divider().size(), QSize(308, 1));
+    }
 }
 
 TEST_F(FlowPanelTest, NewReadingsAreFollowed)
@@ -204,41 +247,6 @@ TEST_F(FlowPanelTest, TabGoesThroughTheFooterAndPastTheDiagram)
         }
     }
     EXPECT_EQ(panel->diagram()->focusPolicy(), Qt::NoFocus);
-}
-
-// What is heard
-
-TEST_F(FlowPanelTest, EverySentenceIsThereForScreenReaders)
-{
-    openWith(kCharging);
-    const auto name = [](QWidget& widget) {
-        return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name).toStdString();
-    };
-    EXPECT_EQ(name(const_cast<Headline&>(panel->header()->headline())), "Mac is using 14.2 W");
-    EXPECT_EQ(name(const_cast<StatusPill&>(panel->header()->statusPill())), "Charging");
-    QAccessibleInterface* const diagram = QAccessible::queryAccessibleInterface(panel->diagram());
-    ASSERT_EQ(diagram->childCount(), 3);
-    std::vector<std::string> sentences;
-    for (int node = 0; node < 3; ++node) {
-        QAccessibleInterface* const one = diagram->child(node);
-        EXPECT_EQ(one->role(), QAccessible::StaticText);
-        EXPECT_EQ(one->parent(), diagram);
-        EXPECT_EQ(diagram->indexOfChild(one), node);
-        EXPECT_EQ(diagram->childAt(one->rect().center().x(), one->rect().center().y()), one);
-        sentences.push_back(one->text(QAccessible::Name).toStdString());
-    }
-    EXPECT_THAT(sentences,
-        ElementsAre(
-            "Charger supplying 30.1 W of 67 W", "Mac using 14.2 W", "Battery charging: 15.9 W (64%)"));
-}
-
-TEST_F(FlowPanelTest, ANodeThatIsGoneIsNoLongerValidForScreenReaders)
-{
-    openWith(kCharging);
-    QAccessibleInterface* const diagram = QAccessible::queryAccessibleInterface(panel->diagram());
-    const QAccessible::Id node = QAccessible::uniqueId(diagram->child(0));
-    panel.reset();
-    EXPECT_EQ(QAccessible::accessibleInterface(node), nullptr);
 }
 
 // What is seen
