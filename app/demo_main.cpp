@@ -1,6 +1,7 @@
 // Amperly on a simulated laptop, whose day passes in two minutes.
 
 #include "app/linux_program.h"
+#include "platform/simulated/fake_login_item.h"
 #include "platform/simulated/simulated_day.h"
 #include "platform/simulated/simulated_laptop.h"
 
@@ -40,5 +41,9 @@ int main(int argc, char** argv)
 {
     SimulatedLaptop laptop;
     PassingDay day(laptop);
-    return runLinuxProgram(argc, argv, kAmperlyDemo, laptop.smc(), day);
+    // The demo goes by Amperly's own entry in the desktop's menus, and would go by its entry at
+    // login: what is tried out here is not to change what the user's session starts.
+    FakeLoginItem loginItem;
+    return runLinuxProgram(
+        argc, argv, kAmperlyDemo, {.smcService = laptop.smc(), .registry = day, .loginItem = &loginItem});
 }

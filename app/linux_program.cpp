@@ -54,7 +54,7 @@ std::string environment(const char* name)
     return value == nullptr ? std::string() : std::string(value);
 }
 
-int run(const ProgramIdentity& identity, SmcService& smcService, Registry& registry)
+int run(const ProgramIdentity& identity, const ProgramSubject& subject)
 {
     SingleInstance instance({identity.busName, identity.objectPath});
     if (instance.claim() == SingleInstance::Claim::HandedOver)
@@ -63,11 +63,12 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     LinuxDesktop desktop(instance, {.version = AMPERLY_VERSION});
     IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
         [&desktop](const std::string& line) { desktop.log(line); });
-    XdgAutostart loginItem({identity.applicationId, identity.name, Installation::runningProgram().string()},
+    XdgAutostart autostart({identity.applicationId, identity.name, Installation::runningProgram().string()},
         {configFolder(), environment("XDG_CURRENT_DESKTOP")},
         [](const std::string& program, const std::string& argument) {
             return argument.empty() ? startDetached({program}) : startDetached({program, argument});
         });
+    LoginItem& loginItem = subject.loginItem ? *subject.loginItem : autostart;
 
     LinuxUiFont uiFont(QApplication::font().family().toStdString());
     StatusArt art(uiFont);
@@ -103,10 +104,10 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
     const Injected<LoginItem> currentLoginItem(loginItem);
     const Injected<FrameClock> currentFrames(frames);
     const Injected<MotionSetting> currentMotion(motion);
-    const PowerReader::Sources sources(smcService, registry);
+    const PowerReader::Sources sources(subject.smcService, subject.registry);
 
-    AppDelegate application(
-        {smcService, registry, preferences, timers, statusItem, popover, loginItem, desktop, uiFont});
+    AppDelegate application({subject.smcService, subject.registry, preferences, timers, statusItem, popover,
+        loginItem, desktop, uiFont});
     application.applicationDidFinishLaunching();
 
     const AccessibilityOnDemand accessibility;
@@ -118,8 +119,7 @@ int run(const ProgramIdentity& identity, SmcService& smcService, Registry& regis
 
 } // namespace
 
-int runLinuxProgram(
-    int argc, char** argv, const ProgramIdentity& identity, SmcService& smcService, Registry& registry)
+int runLinuxProgram(int argc, char** argv, const ProgramIdentity& identity, const ProgramSubject& subject)
 {
     if (!hasDisplay()) {
         std::fprintf(stderr, "%s: there is no display to show anything on.\n", identity.name);
@@ -138,7 +138,7 @@ int runLinuxProgram(
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/amperly/amperly.svg")));
     // The toolkit would mirror windows only for a translation, and these texts have none.
     QGuiApplication::setLayoutDirection(QLocale::system().textDirection());
-    return run(identity, smcService, registry);
+    return run(identity, subject);
 }
 
 } // namespace amperly

@@ -4,6 +4,7 @@
 
 namespace amperly {
 
+class LoginItem;
 class Registry;
 class SmcService;
 
@@ -32,9 +33,14 @@ inline constexpr ProgramIdentity kAmperlyDemo{
     .settingsFile = "amperly/amperly-demo.ini",
 };
 
-/// Runs until the user quits; returns the process's exit status. The two sources must outlive
-/// the call.
-int runLinuxProgram(
-    int argc, char** argv, const ProgramIdentity& identity, SmcService& smcService, Registry& registry);
+/// What a program is about; all of it must outlive the program.
+struct ProgramSubject {
+    SmcService& smcService;
+    Registry& registry;
+    LoginItem* loginItem = nullptr; ///< none: the one of the user's session
+};
+
+/// Runs until the user quits; returns the process's exit status.
+int runLinuxProgram(int argc, char** argv, const ProgramIdentity& identity, const ProgramSubject& subject);
 
 } // namespace amperly

@@ -8,5 +8,6 @@ int main(int argc, char** argv)
 {
     amperly::NoSmcService noController;
     amperly::LinuxRegistry registry;
-    return amperly::runLinuxProgram(argc, argv, amperly::kAmperly, noController, registry);
+    return amperly::runLinuxProgram(
+        argc, argv, amperly::kAmperly, {.smcService = noController, .registry = registry});
 }

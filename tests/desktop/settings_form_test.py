@@ -115,6 +115,20 @@ class SettingsByLetter(Form):
         self.desktop.press("alt+a")
         self.eventually(lambda: not entry.exists(), "the entry to go")
 
+    def test_the_demo_switches_launch_at_login_for_itself_only(self):
+        folder = self.desktop.configuration / "autostart"
+        entry = self.desktop.write(folder / "io.github.amperly.Amperly.desktop", "[Desktop Entry]\nExec=sh\n")
+        self.addCleanup(entry.unlink)
+        self.amperly = Amperly(self.desktop, os.environ["AMPERLY_DEMO_PROGRAM"])
+        self.amperly.wait_until_shown()
+        self.open_window()
+        for is_on in (True, False):
+            self.desktop.press("alt+a")
+            self.eventually(lambda: ("checked" in self.node("Launch at login")["states"]) == is_on,
+                            f"the switch to be {'on' if is_on else 'off'}")
+            self.assertEqual([file.name for file in folder.iterdir()], [entry.name])
+            self.assertEqual(entry.read_text(), "[Desktop Entry]\nExec=sh\n")
+
     def test_reset_forgets_what_was_chosen(self):
         self.open(updateInterval=5, largeText=True, macIcon="cpu")
         self.follows("alt+f")
