@@ -2,10 +2,10 @@
 
 namespace amperly {
 
-MenuOpening::MenuOpening(Menu& menu) : m_menu(menu)
+MenuOpening::MenuOpening(Menu& menu, std::chrono::milliseconds unconfirmed) : m_menu(menu)
 {
     m_expiry.setSingleShot(true);
-    m_expiry.setInterval(kUnconfirmed);
+    m_expiry.setInterval(unconfirmed);
     QObject::connect(&m_expiry, &QTimer::timeout, &m_context, [this] { closed(); });
 }
 

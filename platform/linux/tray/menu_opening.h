@@ -22,11 +22,14 @@ public:
     /// A question so soon after another one is about the same opening.
     static constexpr std::chrono::milliseconds kSameOpening{1000};
 
-    /// A menu that was asked for, but of which nothing was heard since, counts as closed then.
-    static constexpr std::chrono::seconds kUnconfirmed{60};
+    /// A menu that was asked for, but of which nothing was heard since, counts as closed then. Hosts
+    /// that never say when it closes have it on the screen for as long as the user looks at it, so
+    /// that it is better taken for open for too long: that costs a few messages at a tick, and the
+    /// other way round its figures would stand still before the user's eyes.
+    static constexpr std::chrono::minutes kUnconfirmed{10};
 
     /// `menu` must outlive this object.
-    explicit MenuOpening(Menu& menu);
+    explicit MenuOpening(Menu& menu, std::chrono::milliseconds unconfirmed = kUnconfirmed);
 
     /// A host is about to show the menu that `exporter` exports. A menu that is still open by then was closed
     /// without a word: this is the next opening.

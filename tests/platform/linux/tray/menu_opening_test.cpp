@@ -1,5 +1,7 @@
 #include "platform/linux/tray/menu_opening.h"
 
+#include "tests/support/run_until.h"
+
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
@@ -78,6 +80,27 @@ TEST_F(MenuOpeningTest, QuestionThatNothingFollowsDoesNotCountForLong)
     EXPECT_TRUE(opening.isUnconfirmed());
     opening.opened(this);
     EXPECT_FALSE(opening.isUnconfirmed());
+}
+
+TEST_F(MenuOpeningTest, MenuOfWhichNothingIsHeardCountsAsClosedInTheEnd)
+{
+    MenuOpening forgetful(menu, 1ms);
+    forgetful.aboutToShow(this, MenuOpening::TimePoint{10s});
+    EXPECT_TRUE(forgetful.isOpen());
+    EXPECT_TRUE(runUntil([&] { return closings == 1; }));
+    EXPECT_FALSE(forgetful.isOpen());
+    EXPECT_EQ(openings, 1);
+}
+
+TEST_F(MenuOpeningTest, MenuThatAHostSaysItShowsStaysOpenUntilItSaysOtherwise)
+{
+    MenuOpening forgetful(menu, 1ms);
+    forgetful.aboutToShow(this, MenuOpening::TimePoint{10s});
+    forgetful.opened(this);
+    bool later = false;
+    QTimer::singleShot(5ms, [&later] { later = true; });
+    ASSERT_TRUE(runUntil([&] { return later; }));
+    EXPECT_TRUE(forgetful.isOpen());
 }
 
 TEST_F(MenuOpeningTest, ChoiceClosesTheMenuAndActsFromTheEventLoop)
