@@ -62,7 +62,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
 
     LinuxDesktop desktop(instance, {.version = AMPERLY_VERSION});
     IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
-        [&desktop](const std::string& line) { desktop.log(line); });
+        [](const std::string& line) { LinuxDesktop::warn(line); });
     XdgAutostart autostart({identity.applicationId, identity.name, Installation::runningProgram().string()},
         {configFolder(), environment("XDG_CURRENT_DESKTOP")},
         [](const std::string& program, const std::string& argument) {
@@ -94,7 +94,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
         .ink = ink,
         .fallback = oldTray.get(),
         .openMenu = [&menus](Menu& menu, std::optional<ScreenPoint> anchor) { menus.open(menu, anchor); },
-        .log = [&desktop](std::string_view line) { desktop.log(line); },
+        .warn = LinuxDesktop::warn,
         .currentDesktop = environment("XDG_CURRENT_DESKTOP"),
     });
 

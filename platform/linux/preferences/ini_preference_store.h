@@ -21,7 +21,7 @@ namespace amperly {
 
 class IniPreferenceStore final : public LayeredPreferenceStore {
 public:
-    /// Given one line of text, for the log.
+    /// Given one line of text, for whoever started the program.
     using WarningHandler = std::function<void(std::string)>;
 
     /// Reads the file at the absolute path `path`, which need not exist, and follows what others

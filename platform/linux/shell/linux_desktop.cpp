@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <cstdio>
 #include <syslog.h>
 #include <system_error>
 
@@ -31,7 +32,7 @@ void LinuxDesktop::openAddress(std::string_view address)
     if (m_leavingHandler)
         m_leavingHandler();
     if (!m_launch({"xdg-open", std::string(address)}))
-        log("Amperly: couldn't start xdg-open");
+        warn("Amperly: couldn't start xdg-open");
 }
 
 void LinuxDesktop::log(std::string_view line)
@@ -39,6 +40,11 @@ void LinuxDesktop::log(std::string_view line)
     openlog("amperly", 0, LOG_USER);
     syslog(LOG_USER | LOG_WARNING, "%.*s", static_cast<int>(line.size()), line.data());
     closelog(); // one line in a run is no reason to keep a descriptor
+}
+
+void LinuxDesktop::warn(std::string_view line)
+{
+    std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
 }
 
 void LinuxDesktop::onReopen(std::function<void()> handler)

@@ -31,6 +31,10 @@ public:
 
     void openAddress(std::string_view address) override;
     void log(std::string_view line) override;
+    /// Tells whoever started the program, on standard error. The system log is for what nobody
+    /// would learn of otherwise.
+    static void warn(std::string_view line);
+
     void onReopen(std::function<void()> handler) override;
     void activate() override;
 

@@ -44,8 +44,8 @@ void LinuxStatusItem::joinBus()
 void LinuxStatusItem::loseBus()
 {
     // Once for each loss: the attempts that follow are nobody's concern.
-    if (!std::exchange(m_lossLogged, true) && m_parts.log)
-        m_parts.log("Amperly: no session bus, looking for it again every minute");
+    if (!std::exchange(m_lossTold, true) && m_parts.warn)
+        m_parts.warn("Amperly: no session bus, looking for it again every minute");
     m_row.reset();
     m_registeredWith.clear();
     m_watcher.reset();
@@ -59,7 +59,7 @@ void LinuxStatusItem::loseBus()
 void LinuxStatusItem::followWatcher()
 {
     using Presence = StatusNotifierWatcher::Presence;
-    m_lossLogged = false;
+    m_lossTold = false;
     const Presence presence = m_watcher->presence();
     if (presence == Presence::WithHost) {
         const HostProfile profile = hostProfile(m_watcher->process(), m_parts.currentDesktop);

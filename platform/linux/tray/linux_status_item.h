@@ -31,7 +31,7 @@ struct LinuxStatusItemParts {
     InkSource& ink;
     TrayFallback* fallback = nullptr; ///< none: without a watcher nothing is shown
     MenuOpener openMenu{};
-    std::function<void(std::string_view line)> log{};
+    std::function<void(std::string_view line)> warn{};
     std::string currentDesktop{}; ///< XDG_CURRENT_DESKTOP
     std::string busAddress{}; ///< as BusConnection::open() takes it
     StatusNotifierWatcher::ProcessName processName = processNameFromProc;
@@ -77,7 +77,7 @@ private:
     std::string m_spokenLabel;
 
     bool m_fallbackShown = false;
-    bool m_lossLogged = false;
+    bool m_lossTold = false;
     std::unique_ptr<BusConnection> m_connection;
     std::unique_ptr<StatusNotifierWatcher> m_watcher;
     std::unique_ptr<ItemRow> m_row;

@@ -509,23 +509,23 @@ TEST_F(LinuxStatusItemTest, MenuIsOpenedByWhoeverKnowsHow)
     item.reset();
 }
 
-TEST_F(LinuxStatusItemTest, BusThatIsNotThereIsLoggedOnceAndLeavesTheFallback)
+TEST_F(LinuxStatusItemTest, BusThatIsNotThereIsToldOnceAndLeavesTheFallback)
 {
     daemon.end();
     startUnder("waybar");
     redraw();
     EXPECT_TRUE(fallback.shown);
-    EXPECT_EQ(log.size(), 1U);
+    EXPECT_EQ(warnings.size(), 1U);
 }
 
-TEST_F(LinuxStatusItemTest, BusThatDiesIsLoggedOnceAndLeavesTheFallback)
+TEST_F(LinuxStatusItemTest, BusThatDiesIsToldOnceAndLeavesTheFallback)
 {
     startOn("kded5");
     static_cast<void>(onlyItem());
     daemon.end();
     ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
     show({"1", "2"});
-    EXPECT_EQ(log.size(), 1U);
+    EXPECT_EQ(warnings.size(), 1U);
     EXPECT_EQ(fallback.reading, "1");
 }
 

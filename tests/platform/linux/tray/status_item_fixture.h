@@ -59,7 +59,7 @@ protected:
             .ink = ink,
             .fallback = &fallback,
             .openMenu = [this](Menu&, std::optional<ScreenPoint> anchor) { menuOpenedAt = anchor; },
-            .log = [this](std::string_view line) { log.emplace_back(line); },
+            .warn = [this](std::string_view line) { warnings.emplace_back(line); },
             .currentDesktop = {},
             .busAddress = daemon.address(),
             .processName =
@@ -100,7 +100,7 @@ protected:
     FakePicture picture{{"12.3"}};
     std::optional<std::string> toolTip = "Mac using 12.3 W";
     std::string spokenLabel = "Mac using 12.3 watts";
-    std::vector<std::string> log;
+    std::vector<std::string> warnings;
     std::vector<StatusClick> clicks;
     std::optional<ScreenPoint> menuOpenedAt;
     std::unique_ptr<LinuxStatusItem> item;
