@@ -55,7 +55,7 @@ void AppDelegate::registerLoginItemOnce()
 {
     if (m_defaults.boolean(Pref::loginItemConfigured) || !m_platform.desktop.isInstalled())
         return;
-    if (const LoginItem::Failure failure = m_platform.loginItem.registerItem())
+    if (const LoginItem::Failure failure = m_platform.loginItem.registerUnasked())
         m_platform.desktop.log("Amperly: couldn't enable launch at login: " + *failure);
     else
         m_defaults.set(Pref::loginItemConfigured, true);

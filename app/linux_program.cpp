@@ -65,9 +65,9 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
         [](const std::string& line) { LinuxDesktop::warn(line); });
     XdgAutostart autostart({identity.applicationId, identity.name, Installation::runningProgram().string()},
         {configFolder(), environment("XDG_CURRENT_DESKTOP")},
-        [](const std::string& program, const std::string& argument) {
-            return argument.empty() ? startDetached({program}) : startDetached({program, argument});
-        });
+        {.isThere = isProgram, .launch = [](const std::string& program, const std::string& argument) {
+             return argument.empty() ? startDetached({program}) : startDetached({program, argument});
+         }});
     LoginItem& loginItem = subject.loginItem ? *subject.loginItem : autostart;
 
     LinuxUiFont uiFont(QApplication::font().family().toStdString());

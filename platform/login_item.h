@@ -17,6 +17,11 @@ public:
 
     [[nodiscard]] virtual LoginItemStatus status() const = 0;
     [[nodiscard]] virtual Failure registerItem() = 0;
+
+    /// What a first launch does without being asked: the same, except that it leaves alone what the
+    /// user has decided about this program before.
+    [[nodiscard]] virtual Failure registerUnasked() { return registerItem(); }
+
     [[nodiscard]] virtual Failure unregisterItem() = 0;
 
     /// Opens the place where the desktop itself lists what starts at login.

@@ -11,6 +11,12 @@ LoginItem::Failure FakeLoginItem::registerItem()
     return std::nullopt;
 }
 
+LoginItem::Failure FakeLoginItem::registerUnasked()
+{
+    ++m_unaskedRegistrations;
+    return registerItem();
+}
+
 LoginItem::Failure FakeLoginItem::unregisterItem()
 {
     ++m_unregistrations;

@@ -12,6 +12,7 @@ class FakeLoginItem : public LoginItem {
 public:
     [[nodiscard]] LoginItemStatus status() const override { return m_status; }
     [[nodiscard]] Failure registerItem() override;
+    [[nodiscard]] Failure registerUnasked() override;
     [[nodiscard]] Failure unregisterItem() override;
     void openSystemSettings() override { ++m_settingsOpenings; }
 
@@ -26,6 +27,7 @@ public:
     void setStatus(LoginItemStatus status) { m_status = status; }
 
     // What it was asked for, in vain or not.
+    [[nodiscard]] int unaskedRegistrations() const { return m_unaskedRegistrations; } ///< among them
     [[nodiscard]] int registrations() const { return m_registrations; }
     [[nodiscard]] int unregistrations() const { return m_unregistrations; }
     [[nodiscard]] int settingsOpenings() const { return m_settingsOpenings; }
@@ -34,6 +36,7 @@ private:
     LoginItemStatus m_status = LoginItemStatus::NotRegistered;
     Failure m_failure;
     bool m_approvalRequired = false;
+    int m_unaskedRegistrations = 0;
     int m_registrations = 0;
     int m_unregistrations = 0;
     int m_settingsOpenings = 0;

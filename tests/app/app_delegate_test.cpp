@@ -35,6 +35,7 @@ TEST_F(AppDelegateTest, AnInstalledProgramRegistersItselfForLoginOnce)
     platform.desktop.setInstalled(true);
     launch();
     EXPECT_EQ(platform.loginItem.registrations(), 1);
+    EXPECT_EQ(platform.loginItem.unaskedRegistrations(), 1) << "what the user decided before stays";
     EXPECT_TRUE(preferences.boolean(Pref::loginItemConfigured));
     launch();
     EXPECT_EQ(platform.loginItem.registrations(), 1);

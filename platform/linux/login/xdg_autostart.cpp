@@ -3,6 +3,7 @@
 #include "platform/linux/files/file_replacement.h"
 #include "platform/linux/login/desktop_entry.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
@@ -38,15 +39,32 @@ bool isRunnable(const std::string& path)
     return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
 }
 
+/// A program of the desktop's that lists what starts at login.
+struct Pane {
+    std::string_view desktop; ///< as XDG_CURRENT_DESKTOP names it; empty for any
+    const char* program;
+    const char* argument;
+};
+
+// A desktop's own list comes first: several may be installed, and each edits it in its own way.
+constexpr std::array kPanes = {
+    Pane{"KDE", "systemsettings", "kcm_autostart"},
+    Pane{"KDE", "systemsettings5", "kcm_autostart"},
+    Pane{"XFCE", "xfce4-session-settings", ""},
+    Pane{"LXQt", "lxqt-config-session", ""},
+    Pane{"MATE", "mate-session-properties", ""},
+    Pane{"X-Cinnamon", "cinnamon-settings", "startup"},
+    Pane{"", "gnome-session-properties", ""},
+};
+
 } // namespace
 
-XdgAutostart::XdgAutostart(
-    Entry entry, Session session, std::function<bool(const std::string&, const std::string&)> launch)
+XdgAutostart::XdgAutostart(Entry entry, Session session, Programs programs)
     : m_entry(std::move(entry))
     , m_folder(std::move(session.configFolder) + "/autostart")
     , m_path(m_folder + '/' + m_entry.applicationId + ".desktop")
     , m_currentDesktop(std::move(session.currentDesktop))
-    , m_launch(std::move(launch))
+    , m_programs(std::move(programs))
 {
 }
 
@@ -55,11 +73,8 @@ LoginItemStatus XdgAutostart::status() const
     const std::optional<std::string> contents = contentsOf(m_path);
     if (!contents)
         return LoginItemStatus::NotRegistered;
-    // Session managers' own lists switch an entry off in one of these two ways.
-    if (desktopEntryValue(*contents, "Hidden") == "true")
-        return LoginItemStatus::NotRegistered;
-    if (desktopEntryValue(*contents, "X-GNOME-Autostart-enabled") == "false")
-        return LoginItemStatus::NotRegistered;
+    if (isSwitchedOff(*contents))
+        return hasPane() ? LoginItemStatus::RequiresApproval : LoginItemStatus::NotRegistered;
     // An entry that outlived its program starts nothing, and looks as if it did.
     const std::optional<std::string> program = execProgram(desktopEntryValue(*contents, "Exec").value_or(""));
     if (!program || (program->starts_with('/') && !isRunnable(*program)))
@@ -68,6 +83,21 @@ LoginItemStatus XdgAutostart::status() const
 }
 
 LoginItem::Failure XdgAutostart::registerItem()
+{
+    if (status() == LoginItemStatus::RequiresApproval)
+        return std::nullopt;
+    return writeEntry();
+}
+
+LoginItem::Failure XdgAutostart::registerUnasked()
+{
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(m_path, error)))
+        return std::nullopt;
+    return writeEntry();
+}
+
+LoginItem::Failure XdgAutostart::writeEntry()
 {
     std::error_code error;
     fs::create_directories(m_folder, error);
@@ -99,32 +129,33 @@ LoginItem::Failure XdgAutostart::unregisterItem()
 
 void XdgAutostart::openSystemSettings()
 {
-    struct Pane {
-        std::string_view desktop; ///< as XDG_CURRENT_DESKTOP names it; empty for any
-        const char* program;
-        const char* argument;
-    };
-    // A desktop's own list comes first: several may be installed, and each edits it in its own way.
-    static constexpr std::array kPanes = {
-        Pane{"KDE", "systemsettings", "kcm_autostart"},
-        Pane{"KDE", "systemsettings5", "kcm_autostart"},
-        Pane{"XFCE", "xfce4-session-settings", ""},
-        Pane{"LXQt", "lxqt-config-session", ""},
-        Pane{"MATE", "mate-session-properties", ""},
-        Pane{"X-Cinnamon", "cinnamon-settings", "startup"},
-        Pane{"", "gnome-session-properties", ""},
-    };
     for (const Pane& pane : kPanes) {
-        if ((pane.desktop.empty() || isCurrent(pane.desktop)) && m_launch(pane.program, pane.argument))
+        if (isCurrent(pane.desktop) && m_programs.launch(pane.program, pane.argument))
             return;
     }
     std::error_code error;
     fs::create_directories(m_folder, error);
-    m_launch("xdg-open", m_folder);
+    m_programs.launch("xdg-open", m_folder);
+}
+
+bool XdgAutostart::isSwitchedOff(std::string_view contents) const
+{
+    // Each list has one of these ways. The session manager of MATE is alone in minding its own.
+    return desktopEntryValue(contents, "Hidden") == "true"
+        || desktopEntryValue(contents, "X-GNOME-Autostart-enabled") == "false"
+        || (isCurrent("MATE") && desktopEntryValue(contents, "X-MATE-Autostart-enabled") == "false");
+}
+
+bool XdgAutostart::hasPane() const
+{
+    return std::any_of(kPanes.begin(), kPanes.end(),
+        [this](const Pane& pane) { return isCurrent(pane.desktop) && m_programs.isThere(pane.program); });
 }
 
 bool XdgAutostart::isCurrent(std::string_view desktop) const
 {
+    if (desktop.empty())
+        return true;
     std::string_view rest = m_currentDesktop;
     while (!rest.empty()) {
         const std::size_t end = rest.find(':');

@@ -1,5 +1,8 @@
 // Starting at login, as freedesktop.org's Autostart Specification has it: a desktop entry in the
 // user's autostart folder, which the user may also switch off without removing it.
+//
+// Most desktops have a list of these entries for the user to switch. What is off there is on again
+// only there; without such a list, the one switch is this program's.
 #pragma once
 
 #include "platform/login_item.h"
@@ -25,15 +28,26 @@ public:
         std::string currentDesktop; ///< the value of XDG_CURRENT_DESKTOP: names between colons
     };
 
-    /// `launch` starts a program with one argument, or with none where that is empty; it returns
-    /// false where there is no such program.
-    XdgAutostart(Entry entry, Session session,
-        std::function<bool(const std::string& program, const std::string& argument)> launch);
+    /// The desktop's programs.
+    struct Programs {
+        std::function<bool(const std::string& program)> isThere;
 
-    /// Not registered as well where the user has switched the entry off in the desktop's own list;
-    /// not found where the entry's program is gone.
+        /// Starts a program with one argument, or with none where that is empty; false where there
+        /// is no such program.
+        std::function<bool(const std::string& program, const std::string& argument)> launch;
+    };
+
+    XdgAutostart(Entry entry, Session session, Programs programs);
+
+    /// Of an entry that is switched off: requires approval where the desktop has a list to switch
+    /// it on in, else not registered. Not found where the entry's program is gone.
     [[nodiscard]] LoginItemStatus status() const override;
+
+    /// Leaves an entry alone that the user has switched off in the desktop's own list.
     [[nodiscard]] Failure registerItem() override;
+
+    /// Leaves any entry alone that is there.
+    [[nodiscard]] Failure registerUnasked() override;
     [[nodiscard]] Failure unregisterItem() override;
 
     /// Opens the desktop's own list where it is known, else the autostart folder.
@@ -41,12 +55,15 @@ public:
 
 private:
     [[nodiscard]] bool isCurrent(std::string_view desktop) const;
+    [[nodiscard]] bool isSwitchedOff(std::string_view contents) const;
+    [[nodiscard]] bool hasPane() const;
+    [[nodiscard]] Failure writeEntry();
 
     Entry m_entry;
     std::string m_folder;
     std::string m_path;
     std::string m_currentDesktop;
-    std::function<bool(const std::string&, const std::string&)> m_launch;
+    Programs m_programs;
 };
 
 } // namespace amperly

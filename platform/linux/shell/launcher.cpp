@@ -1,9 +1,15 @@
 #include "platform/linux/shell/launcher.h"
 
 #include <QProcess>
+#include <QStandardPaths>
 #include <QStringList>
 
 namespace amperly {
+
+bool isProgram(const std::string& name)
+{
+    return !QStandardPaths::findExecutable(QString::fromStdString(name)).isEmpty();
+}
 
 bool startDetached(const CommandLine& command)
 {

@@ -9,6 +9,9 @@ namespace amperly {
 /// A program, looked for in PATH, and its arguments. UTF-8.
 using CommandLine = std::vector<std::string>;
 
+/// Whether PATH has a program of that name.
+[[nodiscard]] bool isProgram(const std::string& name);
+
 /// Starts `command` detached from this program; it outlives it and leaves nothing to wait for.
 /// False where the program does not exist or cannot be run.
 [[nodiscard]] bool startDetached(const CommandLine& command);

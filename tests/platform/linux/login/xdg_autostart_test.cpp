@@ -38,18 +38,25 @@ protected:
     XdgAutostart itemOf(const std::string& currentDesktop)
     {
         return {{"org.example.Program", "Program", program.string()},
-            {config.path().string(), currentDesktop}, launcher()};
+            {config.path().string(), currentDesktop}, desktopPrograms()};
     }
 
-    std::function<bool(const std::string&, const std::string&)> launcher()
+    XdgAutostart::Programs desktopPrograms()
     {
-        return [this](const std::string& name, const std::string& argument) {
-            if (!available.contains(name))
-                return false;
-            launched.push_back(name + ' ' + argument);
-            return true;
-        };
+        return {.isThere = [this](const std::string& name) { return available.contains(name); },
+            .launch =
+                [this](const std::string& name, const std::string& argument) {
+                    if (!available.contains(name))
+                        return false;
+                    launched.push_back(name + ' ' + argument);
+                    return true;
+                }};
     }
+
+    static constexpr const char* kHidden = "[Desktop Entry]\nExec=sh\nHidden=true\n";
+    static constexpr const char* kDisabled = "[Desktop Entry]\nExec=sh\nX-GNOME-Autostart-enabled=false\n";
+    static constexpr const char* kDisabledInMate
+        = "[Desktop Entry]\nExec=sh\nX-MATE-Autostart-enabled=false\n";
 };
 
 TEST_F(XdgAutostartTest, NothingIsRegisteredAtFirst)
@@ -76,19 +83,71 @@ TEST_F(XdgAutostartTest, UnregisteringRemovesItAndMayBeRepeated)
     EXPECT_EQ(item.unregisterItem(), std::nullopt);
 }
 
-TEST_F(XdgAutostartTest, AnEntryThatTheUserSwitchedOffDoesNotCount)
+TEST_F(XdgAutostartTest, AnEntryThatIsOffDoesNotCountWhereTheDesktopHasNoListOfItsOwn)
 {
-    write("[Desktop Entry]\nExec=x\nHidden=true\n");
-    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered);
-    write("[Desktop Entry]\nExec=x\nX-GNOME-Autostart-enabled=false\n");
-    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered);
+    available = {"xdg-open", "xfce4-session-settings"}; // another desktop's list
+    for (const char* const off : {kHidden, kDisabled}) {
+        write(off);
+        EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << off;
+        EXPECT_EQ(item.registerItem(), std::nullopt);
+        EXPECT_EQ(item.status(), LoginItemStatus::Enabled) << off;
+    }
 }
 
-TEST_F(XdgAutostartTest, RegisteringSwitchesASwitchedOffEntryOnAgain)
+TEST_F(XdgAutostartTest, AnEntryThatIsOffInTheDesktopsOwnListIsTheUsersToSwitchOn)
 {
-    write("[Desktop Entry]\nExec=x\nHidden=true\n");
-    EXPECT_EQ(item.registerItem(), std::nullopt);
+    available = {"xfce4-session-settings"};
+    XdgAutostart inXfce = itemOf("XFCE");
+    for (const char* const off : {kHidden, kDisabled}) {
+        write(off);
+        EXPECT_EQ(inXfce.status(), LoginItemStatus::RequiresApproval) << off;
+        EXPECT_EQ(inXfce.registerItem(), std::nullopt);
+        EXPECT_EQ(inXfce.status(), LoginItemStatus::RequiresApproval) << off;
+        EXPECT_EQ(contentsOf(file), off);
+    }
+    write("[Desktop Entry]\nExec=sh\nHidden=false\nX-GNOME-Autostart-enabled=true\n");
+    EXPECT_EQ(inXfce.status(), LoginItemStatus::Enabled);
+}
+
+TEST_F(XdgAutostartTest, AListThatIsNotInstalledIsNone)
+{
+    write(kHidden);
+    EXPECT_EQ(itemOf("XFCE").status(), LoginItemStatus::NotRegistered);
+}
+
+TEST_F(XdgAutostartTest, TheListThatIsThereIsTheOneThatIsOpened)
+{
+    available = {"xfce4-session-settings"};
+    write(kHidden);
+    XdgAutostart inXfce = itemOf("XFCE");
+    ASSERT_EQ(inXfce.status(), LoginItemStatus::RequiresApproval);
+    inXfce.openSystemSettings();
+    EXPECT_THAT(launched, testing::ElementsAre("xfce4-session-settings "));
+}
+
+TEST_F(XdgAutostartTest, OnlyMateMindsTheWayInWhichItsOwnListSwitchesOff)
+{
+    available = {"mate-session-properties", "xfce4-session-settings"};
+    write(kDisabledInMate);
+    EXPECT_EQ(itemOf("MATE").status(), LoginItemStatus::RequiresApproval);
+    EXPECT_EQ(itemOf("XFCE").status(), LoginItemStatus::Enabled);
+}
+
+TEST_F(XdgAutostartTest, WithoutAnEntryTheFirstLaunchWritesOne)
+{
+    EXPECT_EQ(item.registerUnasked(), std::nullopt);
     EXPECT_EQ(item.status(), LoginItemStatus::Enabled);
+    EXPECT_THAT(contentsOf(file), HasSubstr("Exec=" + execValue(program.string()) + "\n"));
+}
+
+TEST_F(XdgAutostartTest, TheFirstLaunchLeavesAnyEntryAloneThatIsThere)
+{
+    for (const char* const there :
+        {kHidden, kDisabled, "[Desktop Entry]\nExec=/nowhere/amperly\n", "[Desktop Entry]\nExec=sh\n", ""}) {
+        write(there);
+        EXPECT_EQ(item.registerUnasked(), std::nullopt);
+        EXPECT_EQ(contentsOf(file), there);
+    }
 }
 
 TEST_F(XdgAutostartTest, AFailureSaysWhatAndWhy)

@@ -158,6 +158,12 @@ TEST(LauncherTest, AStartedProgramGetsItsArgumentsAndOutlivesTheCall)
     EXPECT_EQ(contentsOf(pipePath), "a 'b' \"c\""); // opening waits for the writer
 }
 
+TEST(LauncherTest, ProgramsAreLookedForInThePath)
+{
+    EXPECT_TRUE(isProgram("sh"));
+    EXPECT_FALSE(isProgram("no-such-program-anywhere"));
+}
+
 TEST(LauncherTest, AProgramThatDoesNotExistCannotBeStarted)
 {
     EXPECT_FALSE(startDetached({"/nonexistent/program"}));
