@@ -87,9 +87,11 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
     });
     ink.onSchemeChanged([&windowPalette] { windowPalette.refresh(); });
     desktop.onActivate([&windowPalette] { windowPalette.refresh(); });
+    // Not only for windows: without a portal, the ink goes by these colours from the first picture on.
+    windowPalette.refresh();
     DesktopMotion motion(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
     const std::unique_ptr<XEmbedItem> oldTray
-        = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::White); }});
+        = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::ColourScheme); }});
     LinuxStatusItem statusItem({
         .ink = ink,
         .fallback = oldTray.get(),

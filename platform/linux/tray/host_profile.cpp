@@ -8,13 +8,16 @@ namespace {
 
 constexpr HostProfile kUnknown{};
 
-constexpr HostProfile kWaybar{.takesLargestPixmap = true, .asksForEverything = true};
+constexpr HostProfile kWaybar{
+    .ink = PanelInk::White, // dark in its own style sheet, which few change for a light desktop
+    .takesLargestPixmap = true,
+    .asksForEverything = true,
+};
 
-constexpr HostProfile kMate{.ink = PanelInk::ColourScheme};
+constexpr HostProfile kMate{};
 
 constexpr HostProfile kXfce{
     .drawing = ItemDrawing::Tiles,
-    .ink = PanelInk::ColourScheme,
     .toolTip = ToolTipText::PlainThenMarkup,
     .lastRegisteredFirst = true,
     .takesSeveralOfAConnection = true,
@@ -37,10 +40,11 @@ constexpr HostProfile kPlasma{
     .globalCoordinates = true,
 };
 
-constexpr HostProfile kCinnamon{.drawing = ItemDrawing::Tiles, .ink = PanelInk::ColourScheme};
+constexpr HostProfile kCinnamon{.drawing = ItemDrawing::Tiles};
 
 constexpr HostProfile kSwaybar{
     .drawing = ItemDrawing::Tiles,
+    .ink = PanelInk::White, // black unless its configuration says otherwise
     .toolTip = ToolTipText::None,
     .pixmapAlpha = PixmapAlpha::Premultiplied,
     .lastRegisteredFirst = true,
@@ -49,6 +53,7 @@ constexpr HostProfile kSwaybar{
 
 constexpr HostProfile kGnome{
     .drawing = ItemDrawing::Labelled,
+    .ink = PanelInk::White, // the top bar is black in either scheme
     .toolTip = ToolTipText::None,
     .lastRegisteredFirst = true,
     .leftClickOpensMenu = true,

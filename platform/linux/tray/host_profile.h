@@ -32,7 +32,7 @@ enum class ToolTipText {
 
 struct HostProfile {
     ItemDrawing drawing = ItemDrawing::Wide;
-    PanelInk ink = PanelInk::White;
+    PanelInk ink = PanelInk::ColourScheme;
     ToolTipText toolTip = ToolTipText::Markup;
 
     PixmapAlpha pixmapAlpha = PixmapAlpha::Straight;

@@ -25,7 +25,8 @@ Ink chooseInk(PanelInk panel, const InkFacts& facts)
     case PanelInk::Palette:
         return facts.paletteText;
     case PanelInk::ColourScheme:
-        // A desktop without a scheme still gives its windows colours, and its panels alike.
+        // A desktop without a scheme still gives its windows colours, or its theme a name that the
+        // windows' colours go by, and its panels are alike.
         return facts.prefersDark.value_or(isLight(facts.paletteText)) ? kWhiteInk : kBlackInk;
     }
     return kWhiteInk;

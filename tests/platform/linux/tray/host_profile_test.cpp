@@ -67,6 +67,18 @@ TEST(HostProfileTest, OnlySwaybarWantsPremultipliedColours)
     EXPECT_EQ(hostProfile("somebar", "").pixmapAlpha, PixmapAlpha::Straight);
 }
 
+TEST(HostProfileTest, InkFollowsThePanelsGround)
+{
+    for (const char* const alwaysDark : {"gnome-shell", "waybar", "swaybar"})
+        EXPECT_EQ(hostProfile(alwaysDark, "").ink, PanelInk::White) << alwaysDark;
+    for (const char* const drawnByTheToolkit : {"plasmashell", "kded5", "lxqt-panel"})
+        EXPECT_EQ(hostProfile(drawnByTheToolkit, "").ink, PanelInk::Palette) << drawnByTheToolkit;
+    for (const char* const themed : {"mate-panel", "xfce4-panel", "panel-2-systray", "xapp-sn-watcher"})
+        EXPECT_EQ(hostProfile(themed, "").ink, PanelInk::ColourScheme) << themed;
+    for (const char* const unknown : {"somebar", ""})
+        EXPECT_EQ(hostProfile(unknown, "").ink, PanelInk::ColourScheme) << '"' << unknown << '"';
+}
+
 TEST(HostProfileTest, CoordinatesAreTrustedWhereTheyAreTheScreens)
 {
     EXPECT_TRUE(hostProfile("panel-2-systray", "").globalCoordinates);
