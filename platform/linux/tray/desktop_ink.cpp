@@ -1,5 +1,6 @@
 #include "platform/linux/tray/desktop_ink.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -17,6 +18,16 @@ DesktopInk::DesktopInk(BusConnection* connection) : m_tray(X11TrayColors::create
             announce();
         });
     }
+    qGuiApp->installEventFilter(this);
+}
+
+DesktopInk::~DesktopInk() = default;
+
+bool DesktopInk::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        announce();
+    return false;
 }
 
 Ink DesktopInk::ink(PanelInk panel) const

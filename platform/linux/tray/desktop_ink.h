@@ -6,16 +6,18 @@
 #include "platform/linux/tray/ink_source.h"
 #include "platform/linux/tray/x11_tray_colors.h"
 
+#include <QObject>
 #include <memory>
 #include <optional>
 
 namespace amperly {
 
-class DesktopInk : public InkSource {
+class DesktopInk final : public InkSource, private QObject {
 public:
     /// Asks the portal over `connection`, which must outlive this object; without one, there is
     /// no portal.
     explicit DesktopInk(BusConnection* connection);
+    ~DesktopInk() override;
 
     [[nodiscard]] Ink ink(PanelInk panel) const override;
     void onChanged(std::function<void()> handler) override { m_changed = std::move(handler); }
@@ -28,6 +30,8 @@ public:
     void onSchemeChanged(std::function<void()> handler) { m_schemeChanged = std::move(handler); }
 
 private:
+    /// Follows the toolkit's palette, which changes with the desktop's theme.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void announce();
 
     std::unique_ptr<X11TrayColors> m_tray;

@@ -27,10 +27,10 @@ class InkSource {
 public:
     virtual ~InkSource() = default;
 
-    /// Cheap: it is asked at every tick.
+    /// Cheap: it is asked at every tick that has something to show.
     [[nodiscard]] virtual Ink ink(PanelInk panel) const = 0;
 
-    /// Called when ink() may have another answer before the next tick asks.
+    /// Called whenever ink() may have another answer: while the readings stay, no tick asks.
     virtual void onChanged(std::function<void()> handler) = 0;
 
     /// Another panel has appeared, with colours of its own.

@@ -1,6 +1,7 @@
 #include "platform/linux/tray/linux_status_item.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <utility>
 
 namespace amperly {
@@ -11,11 +12,20 @@ LinuxStatusItem::LinuxStatusItem(LinuxStatusItemParts parts) : m_parts(std::move
     m_retry.setTimerType(Qt::VeryCoarseTimer);
     m_retry.setInterval(kBusRetry);
     QObject::connect(&m_retry, &QTimer::timeout, &m_context, [this] { joinBus(); });
-    m_parts.ink.onChanged([this] { refreshInk(); });
+    m_parts.ink.onChanged([this] { inkChanged(); });
     if (m_parts.fallback) {
         m_parts.fallback->onClick([this](const StatusClick& click) { handleClick(click); });
         m_parts.fallback->onPictureWanted([this] { wantPicture(); });
     }
+    for (QScreen* const screen : QGuiApplication::screens())
+        followScreen(*screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_context, [this](QScreen* screen) {
+        followScreen(*screen);
+        followScale();
+    });
+    QObject::connect(
+        qGuiApp, &QGuiApplication::screenRemoved, &m_context, [this] { followScale(); },
+        Qt::QueuedConnection);
     joinBus();
 }
 
@@ -153,6 +163,30 @@ void LinuxStatusItem::show(
     }
     if (m_fallbackShown)
         m_parts.fallback->show(picture, toolTip, spokenLabel);
+}
+
+void LinuxStatusItem::followScreen(QScreen& screen)
+{
+    // Queued: the toolkit tells of a screen before it has looked for the largest scale of all.
+    // A scale has no signal of its own; the screen's size in points or its resolution goes with it.
+    QObject::connect(
+        &screen, &QScreen::geometryChanged, &m_context, [this] { followScale(); }, Qt::QueuedConnection);
+    QObject::connect(
+        &screen, &QScreen::logicalDotsPerInchChanged, &m_context, [this] { followScale(); },
+        Qt::QueuedConnection);
+}
+
+void LinuxStatusItem::followScale()
+{
+    if (m_key && m_scale != qGuiApp->devicePixelRatio())
+        wantPicture();
+}
+
+void LinuxStatusItem::inkChanged()
+{
+    refreshInk();
+    if (m_fallbackShown)
+        m_parts.fallback->inkChanged();
 }
 
 void LinuxStatusItem::refreshInk()

@@ -21,6 +21,8 @@
 #include <optional>
 #include <string>
 
+class QScreen;
+
 namespace amperly {
 
 /// Shows a menu as the program's own, announcing its opening and closing.
@@ -59,6 +61,9 @@ private:
     void buildRow(const HostProfile& profile);
     void showFallback(bool shown);
     void wantPicture();
+    void followScreen(QScreen& screen);
+    void followScale();
+    void inkChanged();
     void refreshInk();
     void handleClick(const StatusClick& click);
     [[nodiscard]] ExportedMenu exportedMenu(const HostProfile& profile);

@@ -21,6 +21,9 @@ public:
         const StatusPicture& picture, std::optional<std::string_view> toolTip, std::string_view spokenLabel)
         = 0;
 
+    /// The colour to draw in has changed; the picture has not.
+    virtual void inkChanged() = 0;
+
     /// Takes the item away. Nothing happens when it is not shown.
     virtual void hide() = 0;
 

@@ -33,7 +33,6 @@ TrayAtoms internTrayAtoms(xcb_connection_t* connection, int screen)
         X11AtomName{&atoms.opcode, "_NET_SYSTEM_TRAY_OPCODE"},
         X11AtomName{&atoms.visual, "_NET_SYSTEM_TRAY_VISUAL"},
         X11AtomName{&atoms.orientation, "_NET_SYSTEM_TRAY_ORIENTATION"},
-        X11AtomName{&atoms.colors, "_NET_SYSTEM_TRAY_COLORS"},
         X11AtomName{&atoms.xembed, "_XEMBED"},
         X11AtomName{&atoms.xembedInfo, "_XEMBED_INFO"},
         X11AtomName{&atoms.windowName, "_NET_WM_NAME"},

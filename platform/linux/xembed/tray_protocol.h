@@ -18,7 +18,6 @@ struct TrayAtoms {
     xcb_atom_t opcode = XCB_ATOM_NONE;
     xcb_atom_t visual = XCB_ATOM_NONE;
     xcb_atom_t orientation = XCB_ATOM_NONE;
-    xcb_atom_t colors = XCB_ATOM_NONE;
     xcb_atom_t xembed = XCB_ATOM_NONE;
     xcb_atom_t xembedInfo = XCB_ATOM_NONE;
     xcb_atom_t windowName = XCB_ATOM_NONE;

@@ -205,11 +205,7 @@ void XEmbedItem::handleTrayProperty(const xcb_property_notify_event_t& change)
 {
     if (!m_window || m_tray->owner != change.window)
         return;
-    if (change.atom == m_x11.atoms.colors) {
-        // From the event loop: whoever knows the ink learns of it by the same event.
-        QMetaObject::invokeMethod(
-            &m_context, [this] { repaint(); }, Qt::QueuedConnection);
-    } else if (change.atom == m_x11.atoms.orientation) {
+    if (change.atom == m_x11.atoms.orientation) {
         m_tray->orientation = readOrientation(m_x11.connection, m_tray->owner, m_x11.atoms);
         wantPicture();
     }

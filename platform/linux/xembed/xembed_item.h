@@ -19,7 +19,7 @@
 namespace amperly {
 
 struct XEmbedItemParts {
-    /// The colour to draw in, asked for at each painting.
+    /// The colour to draw in, asked for at each painting; whoever knows it tells when it changes.
     std::function<Ink()> ink;
 
     /// How long the pointer rests on the item before its tool tip is shown.
@@ -39,6 +39,7 @@ public:
 
     void show(const StatusPicture& picture, std::optional<std::string_view> toolTip,
         std::string_view spokenLabel) override;
+    void inkChanged() override { repaint(); }
     void hide() override;
     void onClick(StatusItem::ClickHandler handler) override { m_clickHandler = std::move(handler); }
     void onPictureWanted(std::function<void()> handler) override { m_pictureWanted = std::move(handler); }

@@ -1,9 +1,13 @@
 #include "platform/linux/tray/linux_status_item.h"
 
+#include "platform/linux/tray/desktop_ink.h"
+#include "tests/platform/linux/tray/second_screen.h"
 #include "tests/platform/linux/tray/status_item_fixture.h"
 #include "tests/support/allocation_count.h"
 #include "tests/support/run_until.h"
 
+#include <QGuiApplication>
+#include <QPalette>
 #include <gmock/gmock.h>
 
 namespace amperly {
@@ -208,6 +212,60 @@ TEST_F(LinuxStatusItemTest, OtherInkRepaintsWithoutDrawing)
     EXPECT_THAT(panel->heard(), ElementsAre(Heard{name, "NewIcon"}));
     EXPECT_THAT(panel->pixmaps(name)[2].firstPixel(), ElementsAre(4, 0xa0, 0xb0, 0xc0));
     EXPECT_EQ(picture.drawings, drawings);
+}
+
+TEST_F(LinuxStatusItemTest, PaletteThatChangesRepaintsWithoutWaitingForATick)
+{
+    DesktopInk paletteInk(nullptr);
+    inkInForce = &paletteInk;
+    startOn("plasmashell");
+    const std::string name = onlyItem();
+    static_cast<void>(panel->heard());
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, QColor(0xa0, 0xb0, 0xc0));
+    QGuiApplication::setPalette(palette);
+    EXPECT_THAT(panel->heard(), ElementsAre(Heard{name, "NewIcon"}));
+    EXPECT_THAT(panel->pixmaps(name)[0].firstPixel(), ElementsAre(4, 0xa0, 0xb0, 0xc0));
+    QGuiApplication::setPalette(QPalette());
+    item.reset();
+}
+
+TEST_F(LinuxStatusItemTest, SamePictureIsDrawnAgainForScreensOfAnotherScale)
+{
+    startOn("panel-2-systray");
+    EXPECT_EQ(panel->pixmaps(onlyItem()).front().width, 22);
+    {
+        const test::SecondScreen screen(2.0);
+        EXPECT_TRUE(runUntil([&] { return panel->pixmaps(onlyItem()).front().width == 44; }));
+    }
+    EXPECT_TRUE(runUntil([&] { return panel->pixmaps(onlyItem()).front().width == 22; }));
+}
+
+TEST_F(LinuxStatusItemTest, ScreenThatChangesItsScaleGetsItsOwnPicture)
+{
+    test::SecondScreen screen(1.0);
+    startOn("panel-2-systray");
+    EXPECT_EQ(panel->pixmaps(onlyItem()).front().width, 22);
+    screen.become(2.0);
+    EXPECT_TRUE(runUntil([&] { return panel->pixmaps(onlyItem()).front().width == 44; }));
+}
+
+TEST_F(LinuxStatusItemTest, ScreenOfTheSameScaleIsNoNews)
+{
+    startOn("panel-2-systray");
+    static_cast<void>(panel->pixmaps(onlyItem()));
+    const int drawings = picture.drawings;
+    const test::SecondScreen screen(1.0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(picture.drawings, drawings);
+}
+
+TEST_F(LinuxStatusItemTest, FallbackLearnsOfOtherInkAsWell)
+{
+    startUnder("waybar");
+    ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
+    ink.become(kOther);
+    EXPECT_EQ(fallback.inks, 1);
 }
 
 TEST_F(LinuxStatusItemTest, TitlesPutTheTilesInOrderOnPlasma)

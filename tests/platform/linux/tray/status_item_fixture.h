@@ -39,12 +39,14 @@ public:
         ++drawings;
         reading = picture.readingText(0);
     }
+    void inkChanged() override { ++inks; }
     void hide() override { shown = false; }
     void onClick(StatusItem::ClickHandler handler) override { click = std::move(handler); }
     void onPictureWanted(std::function<void()> handler) override { wantPicture = std::move(handler); }
 
     bool shown = false;
     int drawings = 0;
+    int inks = 0;
     std::string reading;
     StatusItem::ClickHandler click;
     std::function<void()> wantPicture;
@@ -56,7 +58,7 @@ protected:
     void startUnder(const char* process)
     {
         item = std::make_unique<LinuxStatusItem>(LinuxStatusItemParts{
-            .ink = ink,
+            .ink = *inkInForce,
             .fallback = &fallback,
             .openMenu = [this](Menu&, std::optional<ScreenPoint> anchor) { menuOpenedAt = anchor; },
             .warn = [this](std::string_view line) { warnings.emplace_back(line); },
@@ -95,6 +97,7 @@ protected:
 
     PrivateBus daemon;
     FakeInk ink;
+    InkSource* inkInForce = &ink;
     FakeFallback fallback;
     std::optional<FakePanel> panel;
     FakePicture picture{{"12.3"}};

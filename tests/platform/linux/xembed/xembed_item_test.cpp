@@ -1,5 +1,6 @@
 #include "platform/linux/xembed/xembed_item.h"
 
+#include "platform/linux/tray/x11_tray_colors.h"
 #include "tests/platform/linux/xembed/block_picture.h"
 #include "tests/platform/linux/xembed/fake_tray.h"
 #include "tests/support/private_display.h"
@@ -227,15 +228,30 @@ TEST_F(XEmbedItemTest, TellsTrayMemoryOneNameAndScreenReadersTheReading)
     EXPECT_TRUE(runUntil([&] { return tray->iconName() == "13 watts"; }));
 }
 
-TEST_F(XEmbedItemTest, RedrawsInTheNewInkWhenTheTrayStatesItsColours)
+TEST_F(XEmbedItemTest, RedrawsInTheNewInkWhenToldOfIt)
 {
     startTray();
     show();
     ASSERT_TRUE(docks());
     ASSERT_TRUE(middleBecomes(0xffffff));
     ink = Ink{0xff112233};
-    tray->stateColors();
+    item->inkChanged();
     EXPECT_TRUE(middleBecomes(0x112233));
+}
+
+TEST_F(XEmbedItemTest, ColoursThatItsTrayStatesAreHeardWhileItIsDocked)
+{
+    startTray();
+    const std::unique_ptr<X11TrayColors> colors = X11TrayColors::create();
+    colors->onChanged([&] {
+        ink = colors->ink().value_or(ink);
+        item->inkChanged();
+    });
+    show();
+    ASSERT_TRUE(docks());
+    ASSERT_TRUE(middleBecomes(0xffffff));
+    tray->stateColors(); // black
+    EXPECT_TRUE(middleBecomes(0x000000));
 }
 
 TEST_F(XEmbedItemTest, HandsClicksOnWithWhereTheyWere)

@@ -1,0 +1,47 @@
+#include "platform/linux/tray/desktop_ink.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <gtest/gtest.h>
+
+namespace amperly {
+namespace {
+
+class PaletteInkTest : public testing::Test {
+protected:
+    ~PaletteInkTest() override { QGuiApplication::setPalette(QPalette()); }
+
+    static void paletteBecomes(QColor text)
+    {
+        QPalette palette;
+        palette.setColor(QPalette::WindowText, text);
+        QGuiApplication::setPalette(palette);
+    }
+
+    DesktopInk ink{nullptr};
+};
+
+TEST_F(PaletteInkTest, PaletteThatChangesIsNewsAtOnce)
+{
+    paletteBecomes(QColor(0x23, 0x26, 0x29));
+    Ink told{};
+    int tellings = 0;
+    ink.onChanged([&] {
+        told = ink.ink(PanelInk::Palette);
+        ++tellings;
+    });
+    paletteBecomes(QColor(0xfc, 0xfc, 0xfc));
+    EXPECT_EQ(told, Ink{0xfffcfcfc});
+    EXPECT_EQ(tellings, 1);
+}
+
+TEST_F(PaletteInkTest, WithoutAPortalThePalettesLightnessIsTheScheme)
+{
+    paletteBecomes(Qt::black);
+    EXPECT_EQ(ink.ink(PanelInk::ColourScheme), kBlackInk);
+    paletteBecomes(Qt::white);
+    EXPECT_EQ(ink.ink(PanelInk::ColourScheme), kWhiteInk);
+}
+
+} // namespace
+} // namespace amperly
