@@ -174,6 +174,8 @@ void AppDelegate::showPanel(const StatusClick& click)
         m_platform.popover.close();
         return;
     }
+    if (!m_platform.popover.takesClick())
+        return;
     update();
     auto panel = std::make_unique<FlowPanel>(m_live, [self = std::weak_ptr(m_self)] {
         if (const auto alive = self.lock()) {

@@ -16,6 +16,11 @@ class PopoverHost {
 public:
     virtual ~PopoverHost() = default;
 
+    /// Whether a click on the status item asks for the popover. It does not when it is the rest of
+    /// the click that has just closed the popover, nor where there is nothing to show it beside. To
+    /// be asked for each click once, while the popover is closed.
+    [[nodiscard]] virtual bool takesClick() = 0;
+
     /// Shows `content`, owned by the host until the popover has closed, beside `anchor` or,
     /// without one, where the pointer is, with the keyboard's focus. Closes what was shown.
     virtual void show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor) = 0;

@@ -2,6 +2,7 @@
 
 #include "app/settings_window.h"
 #include "render/look/quiet_button.h"
+#include "tests/app/store_without_defaults.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -194,6 +195,19 @@ TEST_F(AppDelegateTest, TheClosedMenusFiguresAreLeftAlone)
     EXPECT_EQ(app->menu().entries()[0].title, "Mac using: 7.2 W");
 }
 
+TEST_F(AppDelegateTest, OnceTheMenuHasClosedItsFiguresStayAsTheyWere)
+{
+    preferences.set(Pref::smoothing, false);
+    launchWith(kOnBattery);
+    click(ClickButton::Right);
+    tickWith(PowerSample{.systemLoad = 9, .battery = -9, .batteryPercent = 54});
+    ASSERT_EQ(app->menu().entries()[0].title, "Mac using: 9.0 W");
+    platform.statusItem.closeMenu();
+    tickWith(PowerSample{.systemLoad = 20, .battery = -20, .batteryPercent = 54});
+    EXPECT_EQ(app->menu().entries()[0].title, "Mac using: 9.0 W");
+    EXPECT_EQ(app->menu().entries()[2].title, "Battery draining: 9.0 W (54%)");
+}
+
 TEST_F(AppDelegateTest, TheClosedMenusLinesComeAndGoWithTheCharger)
 {
     launchWith(kOnBattery);
@@ -264,6 +278,38 @@ TEST_F(AppDelegateTest, ALeftClickWhileThePanelIsOpenOnlyClosesIt)
     EXPECT_FALSE(platform.statusItem.isMenuOpen());
 }
 
+TEST_F(AppDelegateTest, ThePanelOpensInAnApplicationThatHasTheUsersAttention)
+{
+    launch();
+    EXPECT_EQ(platform.desktop.activations(), 0);
+    click(ClickButton::Left);
+    EXPECT_EQ(platform.desktop.activations(), 1);
+    click(ClickButton::Left); // closes
+    EXPECT_EQ(platform.desktop.activations(), 1);
+}
+
+TEST_F(AppDelegateTest, AClickThatIsTheRestOfWhatClosedThePanelDoesNothingElse)
+{
+    launch();
+    platform.advance(1.5);
+    const RepeatingTimer* const timer = app->timer();
+    const int startedTimers = platform.timers.startedTimers();
+    platform.popover.setTakesClicks(false);
+    click(ClickButton::Left);
+    EXPECT_FALSE(platform.popover.isShown());
+    EXPECT_EQ(platform.popover.showings(), 0);
+    EXPECT_EQ(platform.desktop.activations(), 0);
+    EXPECT_EQ(readings.readings(), 1);
+    EXPECT_EQ(app->timer(), timer);
+    EXPECT_EQ(platform.timers.startedTimers(), startedTimers);
+    platform.advance(0.6); // the tick comes when it would have come
+    EXPECT_EQ(readings.readings(), 2);
+
+    platform.popover.setTakesClicks(true);
+    click(ClickButton::Left);
+    EXPECT_TRUE(platform.popover.isShown());
+}
+
 TEST_F(AppDelegateTest, ARightClickOpensTheMenuWhateverAClickShows)
 {
     preferences.set(Pref::clickShows, std::string("panel"));
@@ -304,6 +350,18 @@ TEST_F(AppDelegateTest, AClickShowsTheMenuOnlyForExactlyThatWord)
         EXPECT_TRUE(platform.popover.isShown()) << '"' << other << '"';
         platform.popover.dismiss();
     }
+}
+
+TEST_F(AppDelegateTest, AClickWhosePreferenceIsNowhereToBeFoundOpensThePanel)
+{
+    StoreWithoutDefaults nothing;
+    SimulatedPlatform desktop(nothing);
+    app = std::make_unique<AppDelegate>(desktop.platform());
+    app->applicationDidFinishLaunching();
+    desktop.statusItem.click(ClickButton::Left);
+    EXPECT_TRUE(desktop.popover.isShown());
+    EXPECT_FALSE(desktop.statusItem.isMenuOpen());
+    app.reset();
 }
 
 TEST_F(AppDelegateTest, ThePanelsSettingsButtonClosesItAndShowsTheSettings)

@@ -1,4 +1,5 @@
 #include "tests/app/application_test.h"
+#include "tests/app/store_without_defaults.h"
 
 #include <limits>
 
@@ -48,6 +49,17 @@ TEST_F(SamplingLoopTest, AnIntervalThatIsNoNumberRunsAtTheFloor)
     EXPECT_EQ(interval(), 0.5);
     preferences.set(Pref::interval, -3.0);
     EXPECT_EQ(interval(), 0.5);
+}
+
+TEST_F(SamplingLoopTest, AnIntervalThatIsNowhereToBeFoundRunsAtTheFloor)
+{
+    StoreWithoutDefaults nothing;
+    SimulatedPlatform desktop(nothing);
+    app = std::make_unique<AppDelegate>(desktop.platform());
+    app->applicationDidFinishLaunching();
+    EXPECT_EQ(interval(), 0.5);
+    EXPECT_EQ(tolerance(), 0.125);
+    app.reset();
 }
 
 TEST_F(SamplingLoopTest, ALongIntervalHasNoUpperBound)

@@ -17,11 +17,14 @@ LinuxPopoverHost::~LinuxPopoverHost()
         delete window;
 }
 
+bool LinuxPopoverHost::takesClick()
+{
+    return !m_guard.belongsToPress(m_clock(), QCursor::pos());
+}
+
 void LinuxPopoverHost::show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor)
 {
     close();
-    if (m_guard.belongsToPress(m_clock(), QCursor::pos()))
-        return;
     m_hold.emplace(m_slack);
     m_window = makeTransientWindow(m_kind, std::move(content), CardEdge::Shadowed);
     m_window->onClosed([this](ClosedBy by) { retire(by); });

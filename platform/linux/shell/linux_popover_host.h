@@ -18,8 +18,7 @@ public:
         ReopenGuard::Clock clock = ReopenGuard::steadyClock);
     ~LinuxPopoverHost() override;
 
-    /// Does nothing but drop the content when the request is the rest of the click whose press
-    /// has just closed the popover; isShown() is false then.
+    [[nodiscard]] bool takesClick() override;
     void show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor) override;
 
     /// The content may ask for this itself: it is destroyed once the event loop runs.

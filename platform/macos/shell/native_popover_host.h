@@ -35,8 +35,10 @@ public:
     explicit NativePopoverHost(NativePopoverParts parts);
     ~NativePopoverHost() override;
 
+    [[nodiscard]] bool takesClick() override;
+
     /// The popover opens below the item, whatever the anchor. Does nothing but drop the content
-    /// when the request is the rest of the click that has just closed the popover.
+    /// when there is no item.
     void show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor) override;
 
     /// The content may ask for this itself: it is destroyed once the event loop runs.

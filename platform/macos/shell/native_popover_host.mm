@@ -84,11 +84,16 @@ bool NativePopoverHost::isShown() const
     return m_popover.shown == YES;
 }
 
+bool NativePopoverHost::takesClick()
+{
+    return !m_closingClick.isRestOfIt(m_parts.clock()) && m_parts.anchor() != nil;
+}
+
 void NativePopoverHost::show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint>)
 {
     close();
     NSView* const anchor = m_parts.anchor();
-    if (m_closingClick.isRestOfIt(m_parts.clock()) || anchor == nil)
+    if (anchor == nil)
         return;
 
     content->adjustSize();

@@ -14,10 +14,14 @@ public:
     RecordingPopoverHost();
     ~RecordingPopoverHost() override;
 
+    [[nodiscard]] bool takesClick() override { return m_takesClicks; }
     void show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor) override;
     void close() override;
     [[nodiscard]] bool isShown() const override { return m_content != nullptr; }
     void onDidClose(std::function<void()> handler) override;
+
+    /// Clicks are the rest of what closed the popover, or are on their own again.
+    void setTakesClicks(bool takes) { m_takesClicks = takes; }
 
     /// The user clicks elsewhere or presses Esc.
     void dismiss() { close(); }
@@ -32,6 +36,7 @@ private:
     std::optional<ScreenPoint> m_anchor;
     std::function<void()> m_didClose;
     int m_showings = 0;
+    bool m_takesClicks = true;
 };
 
 } // namespace amperly

@@ -146,11 +146,8 @@ TEST_F(PopoverHostTest, TheClickThatClosedItDoesNotReopenIt)
     press(QPoint(-50, 10));
     runEvents();
     m_now += milliseconds(150);
-    show();
-    EXPECT_FALSE(host.isShown());
-    EXPECT_TRUE(m_content.isNull());
-    runEvents();
-    EXPECT_EQ(m_closings, 1); // what never opened does not close
+    EXPECT_FALSE(host.takesClick());
+    EXPECT_TRUE(host.takesClick()) << "it was one click";
 }
 
 TEST_F(PopoverHostTest, TheNextClickDoes)
@@ -158,16 +155,14 @@ TEST_F(PopoverHostTest, TheNextClickDoes)
     show();
     press(QPoint(-50, 10));
     m_now += milliseconds(900);
-    show();
-    EXPECT_TRUE(host.isShown());
+    EXPECT_TRUE(host.takesClick());
 }
 
 TEST_F(PopoverHostTest, AClickSoonAfterEscapeOpensAgain)
 {
     show();
     pressKey(Qt::Key_Escape);
-    show();
-    EXPECT_TRUE(host.isShown());
+    EXPECT_TRUE(host.takesClick());
 }
 
 TEST_F(PopoverHostTest, ASecondShowingReplacesTheFirst)
