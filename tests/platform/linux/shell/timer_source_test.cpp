@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <optional>
 #include <sys/prctl.h>
 
@@ -119,6 +120,28 @@ TEST_F(TimerSourceTest, StatesWhatItWasAskedFor)
     const auto running = source.start(2.0, 0.5, [] {});
     EXPECT_EQ(running->intervalSeconds(), 2.0);
     EXPECT_EQ(running->toleranceSeconds(), 0.5);
+}
+
+TEST_F(TimerSourceTest, AnIntervalBeyondWhatTheToolkitCountsIsStatedAsItIsAndNotCutShort)
+{
+    constexpr double kForty = 40.0 * 24 * 3600; // days; in milliseconds more than an int holds
+    int ticks = 0;
+    const auto longest = source.start(kForty, 0.0, [&ticks] { ++ticks; });
+    EXPECT_EQ(longest->intervalSeconds(), kForty);
+    int otherTicks = 0;
+    const auto other = source.start(0.001, 0.0, [&otherTicks] { ++otherTicks; });
+    ASSERT_TRUE(runUntil([&] { return otherTicks >= 3; }));
+    EXPECT_EQ(ticks, 0);
+}
+
+TEST_F(TimerSourceTest, AnIntervalWithoutAnEndNeverTicks)
+{
+    int ticks = 0;
+    const auto endless = source.start(std::numeric_limits<double>::infinity(), 0.0, [&ticks] { ++ticks; });
+    int otherTicks = 0;
+    const auto other = source.start(0.001, 0.0, [&otherTicks] { ++otherTicks; });
+    ASSERT_TRUE(runUntil([&] { return otherTicks >= 3; }));
+    EXPECT_EQ(ticks, 0);
 }
 
 TEST_F(TimerSourceTest, TicksAgainAndAgain)
