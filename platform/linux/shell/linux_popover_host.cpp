@@ -4,8 +4,8 @@
 
 namespace amperly {
 
-LinuxPopoverHost::LinuxPopoverHost(TimerSlack& slack, WindowKind kind, ReopenGuard::Clock clock)
-    : m_slack(slack), m_kind(kind), m_clock(std::move(clock))
+LinuxPopoverHost::LinuxPopoverHost(TimerSlack& slack, WindowKind kind, ReopenGuard::Senses senses)
+    : m_slack(slack), m_kind(kind), m_guard(std::move(senses))
 {
 }
 
@@ -19,7 +19,7 @@ LinuxPopoverHost::~LinuxPopoverHost()
 
 bool LinuxPopoverHost::takesClick()
 {
-    return !m_guard.belongsToPress(m_clock(), QCursor::pos());
+    return !m_guard.belongsToPress(QCursor::pos());
 }
 
 void LinuxPopoverHost::show(std::unique_ptr<QWidget> content, std::optional<ScreenPoint> anchor)
@@ -40,7 +40,7 @@ void LinuxPopoverHost::close()
 void LinuxPopoverHost::retire(ClosedBy by)
 {
     if (by == ClosedBy::OutsidePress)
-        m_guard.closedByPress(m_clock(), QCursor::pos());
+        m_guard.closedByPress(QCursor::pos());
     TransientWindow* const leaving = m_window.release();
     std::erase_if(m_leaving, [](const QPointer<TransientWindow>& window) { return window.isNull(); });
     m_leaving.emplace_back(leaving);

@@ -14,8 +14,8 @@ namespace amperly {
 class LinuxPopoverHost : public PopoverHost {
 public:
     /// `slack` must outlive the host.
-    explicit LinuxPopoverHost(TimerSlack& slack, WindowKind kind = windowKindOfDesktop(),
-        ReopenGuard::Clock clock = ReopenGuard::steadyClock);
+    explicit LinuxPopoverHost(
+        TimerSlack& slack, WindowKind kind = windowKindOfDesktop(), ReopenGuard::Senses senses = {});
     ~LinuxPopoverHost() override;
 
     [[nodiscard]] bool takesClick() override;
@@ -31,7 +31,6 @@ private:
 
     TimerSlack& m_slack;
     WindowKind m_kind;
-    ReopenGuard::Clock m_clock;
     ReopenGuard m_guard;
     std::function<void()> m_didClose;
     std::optional<TimerSlack::ExactHold> m_hold;

@@ -18,8 +18,8 @@ ClosedBy reasonOf(const QWidget& popup)
 
 } // namespace
 
-MenuPresenter::MenuPresenter(WindowKind kind, ReopenGuard::Clock clock)
-    : m_kind(kind), m_clock(std::move(clock))
+MenuPresenter::MenuPresenter(WindowKind kind, ReopenGuard::Senses senses)
+    : m_kind(kind), m_guard(std::move(senses))
 {
 }
 
@@ -33,7 +33,7 @@ MenuPresenter::~MenuPresenter()
 void MenuPresenter::open(Menu& menu, std::optional<ScreenPoint> anchor)
 {
     close();
-    if (m_guard.belongsToPress(m_clock(), QCursor::pos()))
+    if (m_guard.belongsToPress(QCursor::pos()))
         return;
     // First the news, so that the readings are fresh when the entries are laid out.
     m_open = &menu;
@@ -78,7 +78,7 @@ void MenuPresenter::finish(ClosedBy by)
     if (closed == nullptr)
         return;
     if (by == ClosedBy::OutsidePress)
-        m_guard.closedByPress(m_clock(), QCursor::pos());
+        m_guard.closedByPress(QCursor::pos());
     m_shown->deleteLater(); // the choice of an entry is still being delivered
     std::erase_if(m_leaving, [](const QPointer<QWidget>& widget) { return widget.isNull(); });
     m_leaving.push_back(m_shown);

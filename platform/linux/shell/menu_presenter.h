@@ -12,8 +12,7 @@ namespace amperly {
 
 class MenuPresenter {
 public:
-    explicit MenuPresenter(
-        WindowKind kind = windowKindOfDesktop(), ReopenGuard::Clock clock = ReopenGuard::steadyClock);
+    explicit MenuPresenter(WindowKind kind = windowKindOfDesktop(), ReopenGuard::Senses senses = {});
     ~MenuPresenter();
     MenuPresenter(const MenuPresenter&) = delete;
     MenuPresenter& operator=(const MenuPresenter&) = delete;
@@ -34,7 +33,6 @@ private:
     void finish(ClosedBy by);
 
     WindowKind m_kind;
-    ReopenGuard::Clock m_clock;
     ReopenGuard m_guard;
     Menu* m_open = nullptr;
     QPointer<QWidget> m_shown; ///< the widget itself, or the window around it

@@ -3,9 +3,13 @@
 // A press on the status item while one of them is open lies outside of it and closes it. The
 // desktop's panel then reports the same click, a moment later, as one on the item. To the user
 // that was one click, and it only closes.
+//
+// Some panels report a click at the button's release, which may be a while off. Where the pointer
+// can be asked for its buttons, the click lasts until that.
 #pragma once
 
 #include <QPoint>
+#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -18,30 +22,50 @@ public:
     /// Since some starting point; only differences count.
     using Moment = std::chrono::milliseconds;
 
-    /// Tells the time by which a guard goes.
-    using Clock = std::function<Moment()>;
-
     [[nodiscard]] static Moment steadyClock();
 
-    /// Panels report a click within this time, even those that wait for the button's release.
+    /// Whether a button of the pointer is down, wherever it is. False where nobody tells: a
+    /// compositor on Wayland does so only to the window that was pressed, and that is gone.
+    [[nodiscard]] static bool isPointerPressed();
+
+    /// By what a guard goes.
+    struct Senses {
+        std::function<Moment()> clock = steadyClock;
+        std::function<bool()> isPressed = isPointerPressed;
+    };
+
+    explicit ReopenGuard(Senses senses);
+
+    /// Panels report a click within this time of the press, or of the release once that is seen.
     static constexpr Moment kOneClick{400};
+
+    /// A button that is down is looked at this often.
+    static constexpr Moment kGlance{50};
 
     /// A hand moves the pointer no farther within one click. Logical pixels.
     static constexpr int kOnePlace = 24;
 
     /// What was open has closed by a press outside of it, with the pointer at `pointer`.
-    void closedByPress(Moment now, QPoint pointer);
+    void closedByPress(QPoint pointer);
+
+    /// Whether the button was down when it was last looked at.
+    [[nodiscard]] bool isHeld() const { return m_glances.isActive(); }
 
     /// Whether a request to show, with the pointer at `pointer`, belongs to that press. It can
     /// belong to it only once.
-    [[nodiscard]] bool belongsToPress(Moment now, QPoint pointer);
+    [[nodiscard]] bool belongsToPress(QPoint pointer);
 
 private:
     struct Press {
         Moment moment;
         QPoint pointer;
     };
+
+    void glance();
+
+    Senses m_senses;
     std::optional<Press> m_press;
+    QTimer m_glances;
 };
 
 } // namespace amperly

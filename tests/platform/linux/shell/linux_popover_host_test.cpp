@@ -21,7 +21,7 @@ protected:
     int m_closings = 0;
     QPointer<QWidget> m_content;
     bool m_contentAliveAtClosing = false;
-    LinuxPopoverHost host{slack, WindowKind::Popup, [this] { return m_now; }};
+    LinuxPopoverHost host{slack, WindowKind::Popup, {.clock = [this] { return m_now; }}};
 
     void SetUp() override
     {
@@ -200,7 +200,7 @@ TEST_F(PopoverHostTest, TimeIsExactWhileItIsShown)
 TEST_F(PopoverHostTest, ItsEndTakesAnOpenPopoverAlongWithoutAWord)
 {
     {
-        LinuxPopoverHost ending(slack, WindowKind::Popup, [this] { return m_now; });
+        LinuxPopoverHost ending(slack, WindowKind::Popup, {.clock = [this] { return m_now; }});
         ending.onDidClose([this] { ++m_closings; });
         auto content = std::make_unique<QWidget>();
         m_content = content.get();

@@ -20,7 +20,7 @@ protected:
     int m_reading = 0;
     int m_hidden = 0;
     std::chrono::milliseconds m_now{5000};
-    MenuPresenter presenter{GetParam(), [this] { return m_now; }};
+    MenuPresenter presenter{GetParam(), {.clock = [this] { return m_now; }}};
 
     void SetUp() override
     {

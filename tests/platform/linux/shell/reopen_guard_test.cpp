@@ -1,5 +1,7 @@
 #include "platform/linux/shell/popover/reopen_guard.h"
 
+#include "tests/support/run_until.h"
+
 #include <gtest/gtest.h>
 
 namespace amperly {
@@ -9,44 +11,87 @@ using std::chrono::milliseconds;
 
 class ReopenGuardTest : public testing::Test {
 protected:
-    const milliseconds m_press{1000};
+    milliseconds m_now{1000};
+    bool m_pressed = false;
     const QPoint m_item{900, 10};
-    ReopenGuard guard;
-
-    void SetUp() override { guard.closedByPress(m_press, m_item); }
+    ReopenGuard guard{{.clock = [this] { return m_now; }, .isPressed = [this] { return m_pressed; }}};
 };
 
 TEST_F(ReopenGuardTest, TheRestOfTheClosingClickBelongsToIt)
 {
-    EXPECT_TRUE(guard.belongsToPress(m_press + milliseconds(120), m_item));
+    guard.closedByPress(m_item);
+    m_now += milliseconds(120);
+    EXPECT_TRUE(guard.belongsToPress(m_item));
 }
 
 TEST_F(ReopenGuardTest, AHandThatShakesStillClicksInOnePlace)
 {
-    EXPECT_TRUE(guard.belongsToPress(m_press, m_item + QPoint(12, -12)));
+    guard.closedByPress(m_item);
+    EXPECT_TRUE(guard.belongsToPress(m_item + QPoint(12, -12)));
 }
 
 TEST_F(ReopenGuardTest, AClickElsewhereDoesNot)
 {
-    EXPECT_FALSE(guard.belongsToPress(m_press, m_item + QPoint(13, 12)));
+    guard.closedByPress(m_item);
+    EXPECT_FALSE(guard.belongsToPress(m_item + QPoint(13, 12)));
 }
 
 TEST_F(ReopenGuardTest, ALaterClickDoesNot)
 {
-    EXPECT_TRUE(
-        ReopenGuard(guard).belongsToPress(m_press + ReopenGuard::kOneClick - milliseconds(1), m_item));
-    EXPECT_FALSE(guard.belongsToPress(m_press + ReopenGuard::kOneClick, m_item));
+    guard.closedByPress(m_item);
+    m_now += ReopenGuard::kOneClick - milliseconds(1);
+    EXPECT_TRUE(guard.belongsToPress(m_item));
+    guard.closedByPress(m_item);
+    m_now += ReopenGuard::kOneClick;
+    EXPECT_FALSE(guard.belongsToPress(m_item));
 }
 
 TEST_F(ReopenGuardTest, APressSwallowsOneRequestOnly)
 {
-    EXPECT_TRUE(guard.belongsToPress(m_press, m_item));
-    EXPECT_FALSE(guard.belongsToPress(m_press, m_item));
+    m_pressed = true;
+    guard.closedByPress(m_item);
+    EXPECT_TRUE(guard.belongsToPress(m_item));
+    EXPECT_FALSE(guard.belongsToPress(m_item));
 }
 
-TEST(ReopenGuardAtRestTest, WithoutAPressEveryRequestIsOne)
+TEST_F(ReopenGuardTest, WithoutAPressEveryRequestIsOne)
 {
-    EXPECT_FALSE(ReopenGuard().belongsToPress(milliseconds(0), QPoint()));
+    EXPECT_FALSE(guard.belongsToPress(m_item));
+}
+
+TEST_F(ReopenGuardTest, AButtonThatIsHeldIsStillTheSameClickHoweverLong)
+{
+    m_pressed = true;
+    guard.closedByPress(m_item);
+    m_now += milliseconds(5000);
+    EXPECT_TRUE(guard.belongsToPress(m_item));
+}
+
+TEST_F(ReopenGuardTest, AReleaseAfterLongIsReportedAMomentLater)
+{
+    m_pressed = true;
+    guard.closedByPress(m_item);
+    m_now += milliseconds(5000);
+    m_pressed = false;
+    ASSERT_TRUE(runUntil([this] { return !guard.isHeld(); }));
+    m_now += ReopenGuard::kOneClick - milliseconds(1);
+    EXPECT_TRUE(guard.belongsToPress(m_item));
+}
+
+TEST_F(ReopenGuardTest, TheNextClickAfterALongOneIsAnother)
+{
+    m_pressed = true;
+    guard.closedByPress(m_item);
+    m_now += milliseconds(5000);
+    m_pressed = false;
+    ASSERT_TRUE(runUntil([this] { return !guard.isHeld(); }));
+    m_now += ReopenGuard::kOneClick;
+    EXPECT_FALSE(guard.belongsToPress(m_item));
+}
+
+TEST(PointerTest, NobodyTellsOfItsButtonsWhereThereIsNoX11)
+{
+    EXPECT_FALSE(ReopenGuard::isPointerPressed());
 }
 
 } // namespace
