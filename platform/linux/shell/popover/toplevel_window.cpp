@@ -1,5 +1,7 @@
 #include "platform/linux/shell/popover/toplevel_window.h"
 
+#include "platform/linux/shell/popover/close_button.h"
+
 #include <QEvent>
 
 namespace amperly {
@@ -8,6 +10,10 @@ ToplevelWindow::ToplevelWindow(std::unique_ptr<QWidget> content, CardEdge edge)
     : TransientWindow(std::move(content), edge, Qt::Window)
 {
     setAttribute(Qt::WA_TranslucentBackground);
+    if (edge != CardEdge::Shadowed)
+        return;
+    m_close = new CloseButton(this);
+    connect(m_close, &CloseButton::clicked, this, [this] { dismiss(ClosedBy::Request); });
 }
 
 void ToplevelWindow::open(std::optional<ScreenPoint>)
@@ -22,6 +28,8 @@ void ToplevelWindow::open(std::optional<ScreenPoint>)
 void ToplevelWindow::placeCard()
 {
     setFixedSize(card().size());
+    if (m_close != nullptr)
+        m_close->setGeometry(CloseButton::placeOn(card().sheet(), layoutDirection()));
 }
 
 void ToplevelWindow::changeEvent(QEvent* event)

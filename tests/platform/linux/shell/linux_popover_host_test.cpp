@@ -225,15 +225,67 @@ TEST_F(PopoverHostTest, TheEdgeOfTheSheetIsDrawnAndItsCornersAreRound)
     EXPECT_EQ(qAlpha(picture.pixel(0, 0)), 0);
 }
 
-TEST(ToplevelPopoverTest, LosingTheFocusClosesIt)
-{
+class ToplevelPopoverTest : public testing::Test {
+protected:
     TimerSlack slack;
-    LinuxPopoverHost host(slack, WindowKind::Toplevel);
-    auto content = std::make_unique<QWidget>();
-    content->setFixedSize(120, 80);
-    QWidget* const window = content.get();
-    host.show(std::move(content), std::nullopt);
-    QApplication::setActiveWindow(window->window());
+    LinuxPopoverHost host{slack, WindowKind::Toplevel};
+    QPointer<QWidget> m_content;
+
+    void show()
+    {
+        auto content = std::make_unique<QWidget>();
+        content->setFixedSize(120, 80);
+        m_content = content.get();
+        host.show(std::move(content), std::nullopt);
+    }
+
+    QAbstractButton* closeButton() const { return m_content->window()->findChild<QAbstractButton*>(); }
+};
+
+TEST_F(ToplevelPopoverTest, ItsCloseButtonClosesIt)
+{
+    show();
+    QAbstractButton* const button = closeButton();
+    ASSERT_NE(button, nullptr);
+    EXPECT_TRUE(button->isVisible());
+    EXPECT_EQ(button->accessibleName(), QStringLiteral("Close"));
+    button->click();
+    EXPECT_FALSE(host.isShown());
+}
+
+TEST_F(ToplevelPopoverTest, ItsCloseButtonLiesOnTheCornerAndLeavesThePaddingOfTheContentFree)
+{
+    constexpr int kPadding = 16;
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QGuiApplication::setLayoutDirection(direction);
+        show();
+        const QRect sheet(m_content->mapTo(m_content->window(), QPoint()), m_content->size());
+        const QRect button = closeButton()->geometry();
+        EXPECT_TRUE(m_content->window()->rect().contains(button));
+        EXPECT_TRUE(sheet.intersects(button));
+        EXPECT_FALSE(sheet.adjusted(kPadding, kPadding, -kPadding, -kPadding).intersects(button));
+        EXPECT_EQ(button.center().x() > sheet.center().x(), direction == Qt::LeftToRight);
+        host.close();
+    }
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST_F(ToplevelPopoverTest, TheContentHasTheKeyboardFirst)
+{
+    show();
+    EXPECT_FALSE(closeButton()->hasFocus());
+}
+
+TEST_F(PopoverHostTest, WhereAPressElsewhereClosesItThereIsNoButtonForThat)
+{
+    show();
+    EXPECT_EQ(window().findChild<QAbstractButton*>(), nullptr);
+}
+
+TEST_F(ToplevelPopoverTest, LosingTheFocusClosesIt)
+{
+    show();
+    QApplication::setActiveWindow(m_content->window());
     EXPECT_TRUE(host.isShown());
     QWidget other;
     other.show();
