@@ -1,5 +1,6 @@
 """The menu: as it is exported, as panels draw it, and what its lines do."""
 
+import os
 import unittest
 
 from support import DASH, DesktopTest, InWaybar, InXfce
@@ -71,6 +72,20 @@ class Menu(DesktopTest):
         self.start()
         self.amperly.item().choose("Quit Amperly")
         self.assertEqual(self.amperly.program.wait(), 0)
+
+    def test_donation_line_starts_the_desktops_opener(self):
+        opened = self.desktop.home / "opened"
+        programs = self.desktop.home / "programs"
+        opener = self.desktop.write(
+            programs / "xdg-open", f'#!/bin/sh\necho "$# $1" >{opened}.part && mv {opened}.part {opened}\n')
+        opener.chmod(0o755)
+        self.addCleanup(opened.unlink, missing_ok=True)
+        self.variables["PATH"] = f"{programs}:{os.environ['PATH']}"
+        self.on_battery()
+        self.start()
+        self.amperly.item().choose("Buy Me a Coffee ☕")
+        self.eventually(opened.exists, "the opener to be started")
+        self.assertRegex(opened.read_text(), r"^1 https://\S+\n$")
 
     def test_settings_line_opens_the_settings_window(self):
         self.on_battery()
