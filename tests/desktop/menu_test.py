@@ -1,6 +1,5 @@
 """The menu: as it is exported, as panels draw it, and what its lines do."""
 
-import os
 import unittest
 
 from support import DASH, DesktopTest, InWaybar, InXfce
@@ -74,13 +73,7 @@ class Menu(DesktopTest):
         self.assertEqual(self.amperly.program.wait(), 0)
 
     def test_donation_line_starts_the_desktops_opener(self):
-        opened = self.desktop.home / "opened"
-        programs = self.desktop.home / "programs"
-        opener = self.desktop.write(
-            programs / "xdg-open", f'#!/bin/sh\necho "$# $1" >{opened}.part && mv {opened}.part {opened}\n')
-        opener.chmod(0o755)
-        self.addCleanup(opened.unlink, missing_ok=True)
-        self.variables["PATH"] = f"{programs}:{os.environ['PATH']}"
+        opened = self.watch_opener()
         self.on_battery()
         self.start()
         self.amperly.item().choose("Buy Me a Coffee ☕")

@@ -64,6 +64,14 @@ class Panel(DesktopTest):
         self.desktop.press("Tab", "Return")
         self.eventually(self.amperly.settings_windows, "the settings window")
 
+    def test_link_opens_its_address_and_leaves_the_desktop_to_it(self):
+        opened = self.watch_opener()
+        self.open_panel()
+        self.desktop.press("Tab", "Tab", "Return")
+        self.eventually(opened.exists, "the opener to be started")
+        self.assertRegex(opened.read_text(), r"^1 https://\S+\n$")
+        self.wait_until_closed()
+
     def test_control_q_ends_the_program(self):
         self.open_panel()
         self.desktop.press("ctrl+q")

@@ -85,6 +85,18 @@ class DesktopTest(unittest.TestCase):
             self.fail("AMPERLY_PROGRAM does not say where the program is")
         self.amperly = Amperly(self.desktop, program, self.machine, **self.variables)
 
+    def watch_opener(self):
+        """Puts a program in the place of the desktop's opener. Returns the file that it writes the
+        number of its arguments and the first of them into."""
+        opened = self.desktop.home / "opened"
+        programs = self.desktop.home / "programs"
+        opener = self.desktop.write(
+            programs / "xdg-open", f'#!/bin/sh\necho "$# $1" >{opened}.part && mv {opened}.part {opened}\n')
+        opener.chmod(0o755)
+        self.addCleanup(opened.unlink, missing_ok=True)
+        self.variables["PATH"] = f"{programs}:{os.environ['PATH']}"
+        return opened
+
     def eventually(self, predicate, what, timeout=FOLLOWING_SECONDS):
         return wait_until(predicate, timeout, what)
 
