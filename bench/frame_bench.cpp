@@ -3,7 +3,8 @@
 // canvas of that size once, and the toolkit painting the same tubes layer by layer with its own blur.
 //
 //     frame_bench                      writes all figures as JSON
-//     frame_bench LOOP COUNT [NAME]    runs one loop and nothing else, for a tool that counts
+//     frame_bench LOOP COUNT [NAME [SCALE]]
+//                                      runs one loop and nothing else, for a tool that counts
 //                                      instructions in measured…() alone; NAME chooses the kernels
 
 #include "bench/heap_count.h"
@@ -255,15 +256,15 @@ void measureAll()
     std::printf("  \"difference\": {\"mean\": %.4f, \"permille\": %d}\n}\n", worst.mean, worst.permille);
 }
 
-void loop(std::string_view what, int count, std::string_view name)
+void loop(std::string_view what, int count, std::string_view name, double scale)
 {
     const glass::Kernels* chosen = glass::kernelsHere().front();
     for (const glass::Kernels* const kernels : glass::kernelsHere()) {
         if (kernels->name == name)
             chosen = kernels;
     }
-    Frames frames(*chosen, 2.0);
-    Blend blend(2.0);
+    Frames frames(*chosen, scale);
+    Blend blend(scale);
     for (int turn = 0; turn < count; ++turn) {
         if (what == "yardstick")
             blend.measuredYardstick();
@@ -285,15 +286,15 @@ void stayOnOneCore()
 
 int main(int argc, char** argv)
 {
-    if (argc == 2 || argc > 4) {
-        std::fprintf(stderr, "usage: frame_bench [same|changing|yardstick COUNT [KERNELS]]\n");
+    if (argc == 2 || argc > 5) {
+        std::fprintf(stderr, "usage: frame_bench [same|changing|yardstick COUNT [KERNELS [SCALE]]]\n");
         return EXIT_FAILURE;
     }
     stayOnOneCore();
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
     const QApplication toolkit(argc, argv);
     if (argc > 2)
-        loop(argv[1], std::atoi(argv[2]), argc > 3 ? argv[3] : "");
+        loop(argv[1], std::atoi(argv[2]), argc > 3 ? argv[3] : "", argc > 4 ? std::atof(argv[4]) : 2.0);
     else
         measureAll();
     return EXIT_SUCCESS;

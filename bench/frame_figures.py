@@ -7,8 +7,8 @@ from instructions import Instructions, run
 
 FRAMES = 140  # one whole spacing of the pulses
 
-# Instructions of a frame at 2x: measured, with a little room to breathe.
-MOST_INSTRUCTIONS = {"AVX2": 3_500_000, "SSE2": 6_000_000}
+# Instructions of a frame: measured, with a little room to breathe.
+MOST_INSTRUCTIONS = {"2x, AVX2": 3_500_000, "2x, SSE2": 6_000_000}
 
 
 def times(program, environment):
@@ -19,7 +19,8 @@ def instructions(program, environment, figures):
     """Per frame, once asked for with per_turn(): by the kernels that `figures`, from times(), names."""
     names = dict.fromkeys((figures["fastest"], figures["plain"]))
     return Instructions(program, environment, "*measuredFrame*",
-                        {name: ("changing", "{turns}", name) for name in names}, FRAMES)
+                        {f"{scale}x, {name}": ("changing", "{turns}", name, str(scale))
+                         for scale in (1, 2) for name in names}, FRAMES)
 
 
 def rows(figures, instructions_per_frame):
@@ -48,8 +49,8 @@ def rows(figures, instructions_per_frame):
         toolkit("1x"),
         toolkit("2x", 1 / 80),
         counted("allocations per panel frame, the most", most_allocations, "", 0),
-        *(counted(f"instructions per panel frame, 2x, {name}", count, "", MOST_INSTRUCTIONS.get(name))
-          for name, count in instructions_per_frame.items()),
+        *(counted(f"instructions per panel frame, {what}", count, "", MOST_INSTRUCTIONS.get(what))
+          for what, count in instructions_per_frame.items()),
         counted("picture against true Gaussians, worst channel, mean", figures["difference"]["mean"], "of 255", 1.2,
                 Kind.COUNT),
         counted("picture against true Gaussians, worst channel, 99.9 %", figures["difference"]["permille"], "of 255",
