@@ -19,8 +19,15 @@ set(CMAKE_INSTALL_NAME_TOOL ${llvm}/bin/llvm-install-name-tool)
 
 execute_process(COMMAND uname -m OUTPUT_VARIABLE machine OUTPUT_STRIP_TRAILING_WHITESPACE)
 set(sdk ${CMAKE_CURRENT_LIST_DIR}/../sdk)
+# musl without its GNU extensions, such as pipe2 and environ, and without the headers that only Linux has: what a Mac
+# lacks must not compile here either.
+set(linux_only ${CMAKE_BINARY_DIR}/linux-only)
+foreach(header malloc prctl sys/epoll sys/eventfd sys/inotify sys/prctl sys/sendfile sys/signalfd sys/sysinfo sys/timerfd)
+    file(CONFIGURE OUTPUT ${linux_only}/${header}.h CONTENT "#error macOS has no <${header}.h>\n")
+endforeach()
 string(JOIN " " headers
-    -nostdinc -D_GNU_SOURCE
+    -nostdinc -D_BSD_SOURCE
+    -isystem ${linux_only}
     -isystem ${llvm}/include/c++/v1
     -isystem ${llvm}/lib/clang/19/include
     -isystem ${sdk}/libc
