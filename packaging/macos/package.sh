@@ -20,28 +20,43 @@ folder=$(cd "$1" && pwd)
 application=$folder/Amperly.app
 identity=${AMPERLY_SIGNING_IDENTITY:--}
 keychain=
+user_keychains=()
 
-remove_keychain() { [[ -z $keychain ]] || security delete-keychain "$keychain"; }
-trap remove_keychain EXIT
+# Only this user can look into it: the certificate goes through here.
+scratch=$(mktemp -d)
 
-# A keychain of its own for the identity, gone with the end of this script.
+clean_up() {
+    if [[ -n $keychain ]]; then
+        security list-keychains -d user -s ${user_keychains[@]+"${user_keychains[@]}"} || true
+        security delete-keychain "$keychain" || true
+    fi
+    rm -rf "$scratch"
+}
+trap clean_up EXIT
+
+# A keychain of its own for the identity, beside those that the user has, gone with the end of this script.
 import_identity() {
-    local certificate=$folder/identity.p12 password
+    local certificate=$scratch/identity.p12 password line
     password=$(uuidgen)
-    keychain=$folder/signing.keychain-db
-    base64 --decode <<<"$AMPERLY_SIGNING_CERTIFICATE" >"$certificate"
-    security create-keychain -p "$password" "$keychain"
+    while IFS= read -r line; do
+        user_keychains+=("$line")
+    done < <(security list-keychains -d user | sed 's/^ *"//; s/" *$//')
+    (umask 077 && base64 --decode <<<"$AMPERLY_SIGNING_CERTIFICATE" >"$certificate")
+    security create-keychain -p "$password" "$scratch/signing.keychain-db"
+    keychain=$scratch/signing.keychain-db
+    security set-keychain-settings -lut 21600 "$keychain" # the notary may take longer than a keychain stays open
     security unlock-keychain -p "$password" "$keychain"
     security import "$certificate" -k "$keychain" -P "${AMPERLY_SIGNING_PASSWORD:-}" -T /usr/bin/codesign
-    security set-key-partition-list -S apple-tool:,apple: -s -k "$password" "$keychain" >/dev/null
-    security list-keychains -d user -s "$keychain" login.keychain-db
     rm "$certificate"
+    security set-key-partition-list -S apple-tool:,apple: -s -k "$password" "$keychain" >/dev/null
+    security list-keychains -d user -s "$keychain" ${user_keychains[@]+"${user_keychains[@]}"}
 }
 
-# Signs one piece of code; a timestamp is for identities that others know.
+# Signs one piece of code. The hardened runtime loads libraries of the same identity only, and signatures for this Mac
+# alone have none; a timestamp, too, is for identities that others know.
 sign() {
-    local options=(--force --options runtime --sign "$identity")
-    if [[ $identity == - ]]; then options+=(--timestamp=none); else options+=(--timestamp); fi
+    local options=(--force --sign "$identity")
+    if [[ $identity == - ]]; then options+=(--timestamp=none); else options+=(--options runtime --timestamp); fi
     codesign "${options[@]}" "$@"
 }
 
@@ -72,7 +87,7 @@ done < <(find "$application/Contents" -type f \( -name '*.dylib' -o -perm -u+x -
 while IFS= read -r -d '' framework; do
     sign "$framework"
 done < <(find "$application/Contents/Frameworks" -maxdepth 1 -name '*.framework' -print0)
-sign --entitlements packaging/macos/Amperly.entitlements "$application"
+sign "$application"
 codesign --verify --deep --strict --verbose=2 "$application"
 
 version=$(plutil -extract CFBundleShortVersionString raw "$application/Contents/Info.plist")

@@ -3,8 +3,11 @@
 # in the Dock, opens again, and quits when it is asked to.
 set -euo pipefail
 
-application=$1
+application=$(cd "$1" && pwd)
 name=Amperly
+stamp=$(mktemp) # crash reports from before are not about this
+said=$(mktemp)
+trap 'rm -f "$stamp" "$said"' EXIT
 
 fail() { printf 'smoke test: %s\n' "$*" >&2; exit 1; }
 running() { pgrep -x "$name" >/dev/null; }
@@ -31,12 +34,18 @@ sleep 2
 running || fail "it did not survive being opened again"
 
 gone() { ! running; }
-if osascript -e "tell application id \"io.github.amperly.Amperly\" to quit"; then
+# By its path: there may be other copies of it on this Mac.
+if osascript -e "tell application \"$application\" to quit" 2>"$said"; then
     waits_for gone || fail "it did not quit"
-else
+elif grep -q -- '(-1743)' "$said"; then
     # Where nobody is there to allow one program to steer another.
     printf 'smoke test: not allowed to ask it to quit, so that was not tried\n'
-    kill "$(pgrep -x "$name")"
+    process=$(pgrep -x "$name") || fail "it is gone before its time"
+    kill "$process"
+    waits_for gone || fail "it did not end"
+else
+    fail "it could not be asked to quit: $(cat "$said")"
 fi
-if ls -t "$HOME/Library/Logs/DiagnosticReports/" 2>/dev/null | grep -q "^$name-"; then fail "it left a crash report"; fi
+reports=$HOME/Library/Logs/DiagnosticReports
+if [[ -d $reports ]] && find "$reports" -name "$name-*" -newer "$stamp" | grep -q .; then fail "it left a crash report"; fi
 printf 'smoke test: passed\n'
