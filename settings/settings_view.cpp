@@ -13,6 +13,7 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QMessageBox>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -125,7 +126,8 @@ void SettingsView::showEvent(QShowEvent* event)
 
 void SettingsView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Alt)
+    // Where the desktop has no such letters, the key is for something else.
+    if (event->key() == Qt::Key_Alt && !QKeySequence::mnemonic(QStringLiteral("&A")).isEmpty())
         showMnemonics(*window(), true);
     QWidget::keyPressEvent(event);
 }

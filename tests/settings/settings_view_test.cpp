@@ -1,5 +1,6 @@
 #include "settings/settings_view.h"
 
+#include "settings/mnemonic.h"
 #include "tests/settings/settings_form.h"
 
 #include <QLabel>
@@ -9,6 +10,8 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
+
+Q_GUI_EXPORT void qt_set_sequence_auto_mnemonic(bool enabled); // the toolkit's, for tests such as these
 
 namespace amperly {
 namespace {
@@ -376,6 +379,27 @@ TEST_F(SettingsViewTest, TheLinkOpensTheDonationPage)
     open();
     click(button("☕ Buy me a coffee"));
     EXPECT_THAT(desktop.openedAddresses(), ElementsAre(Pref::coffeeURL()));
+}
+
+TEST_F(SettingsViewTest, LettersAreUnderlinedWhileAltIsHeld)
+{
+    open();
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    QApplication::sendEvent(view.get(), &down);
+    EXPECT_EQ(mnemonicFlag(*view), Qt::TextShowMnemonic);
+    QKeyEvent up(QEvent::KeyRelease, Qt::Key_Alt, Qt::NoModifier);
+    QApplication::sendEvent(view.get(), &up);
+    EXPECT_EQ(mnemonicFlag(*view), Qt::TextHideMnemonic);
+}
+
+TEST_F(SettingsViewTest, WhereTheDesktopHasNoSuchLettersNoneAreUnderlined)
+{
+    qt_set_sequence_auto_mnemonic(false);
+    open();
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    QApplication::sendEvent(view.get(), &down);
+    EXPECT_EQ(mnemonicFlag(*view), Qt::TextHideMnemonic);
+    qt_set_sequence_auto_mnemonic(true);
 }
 
 } // namespace
