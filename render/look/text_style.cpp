@@ -2,6 +2,7 @@
 
 #include "render/look/rounded_font.h"
 
+#include <QFontInfo>
 #include <QGuiApplication>
 
 namespace amperly {
@@ -41,10 +42,20 @@ QFont sizedFont(int points, QFont::Weight weight)
 
 QFont figureFont(int points, QFont::Weight weight)
 {
-    QFont font = sizedFont(points, weight);
-    if (const std::string rounded = roundedFontFamily(); !rounded.empty())
-        font.setFamilies(QStringList{toText(rounded)} + font.families());
-    return font;
+    return inFamily(sizedFont(points, weight), toText(roundedFontFamily()));
+}
+
+QFont inFamily(const QFont& font, const QString& family)
+{
+    if (family.isEmpty())
+        return font;
+    QFont wanted = font;
+    wanted.setFamilies({family});
+    // A system may know a family and yet hand out another font for its name.
+    if (QFontInfo(wanted).family() != family)
+        return font;
+    wanted.setFamilies(QStringList{family} + font.families());
+    return wanted;
 }
 
 QFont figureFont(TextStyle style, QFont::Weight weight)

@@ -22,6 +22,9 @@ enum class TextStyle { Body, Callout, Caption, Caption2 };
 /// The same at the size of `style`, for figures among words.
 [[nodiscard]] QFont figureFont(TextStyle style, QFont::Weight weight);
 
+/// `font` in another family, or as it is where that family's name leads to another font.
+[[nodiscard]] QFont inFamily(const QFont& font, const QString& family);
+
 /// UTF-8 as the toolkit keeps text.
 [[nodiscard]] QString toText(std::string_view utf8);
 
