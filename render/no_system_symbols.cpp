@@ -4,6 +4,11 @@
 
 namespace amperly {
 
+std::string_view symbolName(std::string_view name)
+{
+    return glyphNamed(name).name;
+}
+
 std::optional<GlyphSize> systemSymbolSize(std::string_view, const GlyphStyle&)
 {
     return std::nullopt;

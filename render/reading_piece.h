@@ -7,7 +7,7 @@
 namespace amperly {
 
 struct ReadingPiece {
-    std::string_view symbol; ///< name from the glyph table, which outlives everything; empty for none
+    std::string_view symbol; ///< name of a symbol, which lives as long as the program; empty for none
     std::string text; ///< the value as shown, UTF-8; empty for none
     std::string wholeText; ///< the same value in whole watts without unit, for where room is short
 

@@ -2,6 +2,7 @@
 #include "prefs/pref.h"
 #include "render/status_image.h"
 #include "render/status_renderer.h"
+#include "render/system_symbols.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,7 +71,7 @@ StatusImage StatusRenderer::image(const std::optional<PowerSample>& sample, cons
     const bool unit = store.boolean(stacked ? Pref::showUnitStacked : Pref::showUnit);
     const std::optional<std::string> macIcon = store.text(Pref::macIcon);
     const std::string_view macSymbol
-        = glyphNamed(macIcon ? std::string_view{*macIcon} : Pref::macIcons.front().symbol).name;
+        = symbolName(macIcon ? std::string_view{*macIcon} : Pref::macIcons.front().symbol);
 
     StatusImage image({
         .arrangement = stacked ? StatusImage::Arrangement::Stacked : StatusImage::Arrangement::Line,

@@ -9,6 +9,8 @@
 #import <AppKit/AppKit.h>
 
 #include <algorithm>
+#include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,6 +46,16 @@ NSImage* symbolFor(std::string_view name, const GlyphStyle& style)
 }
 
 } // namespace
+
+std::string_view symbolName(std::string_view name)
+{
+    if (name.empty())
+        return kFallbackGlyph;
+    // Those that the user has chosen in this run: a few. A set's members stay where they are.
+    static std::set<std::string, std::less<>> names;
+    const auto known = names.find(name);
+    return known != names.end() ? *known : *names.emplace(name).first;
+}
 
 std::optional<GlyphSize> systemSymbolSize(std::string_view name, const GlyphStyle& style)
 {

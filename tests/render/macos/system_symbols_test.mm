@@ -34,6 +34,17 @@ TEST_F(SystemSymbolsTest, ASymbolOnlyTheSystemKnowsIsShown)
     EXPECT_EQ(systemSymbolSize("house.fill", kRegular), (GlyphSize{26.0, 13.0}));
 }
 
+TEST_F(SystemSymbolsTest, AnyNameIsLookedUpAsItIs)
+{
+    std::string chosen("house.fill");
+    const std::string_view name = symbolName(chosen);
+    chosen = "a name of another length, somewhere else in memory";
+    EXPECT_EQ(name, "house.fill");
+    EXPECT_EQ(symbolName("house.fill").data(), name.data());
+    EXPECT_EQ(symbolName("toaster"), "toaster");
+    EXPECT_EQ(symbolName(""), "bolt.fill");
+}
+
 TEST_F(SystemSymbolsTest, ASymbolOnlyThisProgramKnowsIsLeftToIt)
 {
     EXPECT_EQ(systemSymbolSize("powerplug", kRegular), std::nullopt);
