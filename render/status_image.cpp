@@ -51,11 +51,11 @@ std::array<PieceSize, kMostReadings> sizesOf(
     return sizes;
 }
 
-StatusLayout layoutOf(
-    StatusImage::Arrangement arrangement, std::span<const PieceSize> sizes, const StatusLook& look)
+StatusLayout layoutOf(StatusImage::Arrangement arrangement, std::span<const PieceSize> sizes,
+    const StatusLook& look, double height)
 {
-    return arrangement == StatusImage::Arrangement::Stacked ? stackedLayout(sizes, look, kBarHeight)
-                                                            : lineLayout(sizes, look, kBarHeight);
+    return arrangement == StatusImage::Arrangement::Stacked ? stackedLayout(sizes, look, height)
+                                                            : lineLayout(sizes, look, height);
 }
 
 } // namespace
@@ -82,8 +82,9 @@ StatusLook StatusImage::look() const
 
 StatusLayout StatusImage::layout() const
 {
-    const auto sizes = sizesOf(pieces(), look(), StatusArt::current());
-    return layoutOf(m_content.setting.arrangement, {sizes.data(), m_content.count}, look());
+    StatusArt& art = StatusArt::current();
+    const auto sizes = sizesOf(pieces(), look(), art);
+    return layoutOf(m_content.setting.arrangement, {sizes.data(), m_content.count}, look(), art.barHeight);
 }
 
 std::uint64_t StatusImage::key() const
@@ -107,7 +108,7 @@ double StatusImage::widthPoints() const
 
 double StatusImage::heightPoints() const
 {
-    return kBarHeight;
+    return StatusArt::current().barHeight;
 }
 
 void StatusImage::draw(CoverageMask& mask, double scale) const
@@ -115,9 +116,10 @@ void StatusImage::draw(CoverageMask& mask, double scale) const
     StatusArt& art = StatusArt::current();
     const StatusLook look = this->look();
     const auto sizes = sizesOf(pieces(), look, art);
+    const double height = art.barHeight;
     const StatusLayout layout
-        = layoutOf(m_content.setting.arrangement, {sizes.data(), m_content.count}, look);
-    mask.clear(pixelsUp(layout.width * scale), pixelsUp(kBarHeight * scale));
+        = layoutOf(m_content.setting.arrangement, {sizes.data(), m_content.count}, look, height);
+    mask.clear(pixelsUp(layout.width * scale), pixelsUp(height * scale));
 
     for (std::size_t index = 0; index < m_content.count; ++index) {
         const ReadingPiece& piece = m_content.pieces[index];
@@ -126,12 +128,12 @@ void StatusImage::draw(CoverageMask& mask, double scale) const
         if (size.hasGlyph) {
             const GlyphDrawing& glyph = art.glyphs.drawing(piece.symbol, look.glyph, scale);
             const double middleX = place.glyphX + size.glyph.width * 0.5;
-            const double middleY = kBarHeight - place.glyphY - size.glyph.height * 0.5;
+            const double middleY = height - place.glyphY - size.glyph.height * 0.5;
             blitInside(mask, viewOf(glyph.mask), nearestPixel(middleX * scale - glyph.width * 0.5),
                 nearestPixel(middleY * scale - glyph.height * 0.5));
         }
         if (size.hasText) {
-            const double middle = kBarHeight - place.textY - size.text.height * 0.5;
+            const double middle = height - place.textY - size.text.height * 0.5;
             art.text.draw(mask, piece.text, look.text, {.left = place.textX, .middle = middle}, scale);
         }
     }

@@ -14,9 +14,9 @@ namespace amperly {
 /// At most so many readings: computer, charger, battery.
 inline constexpr std::size_t kMostReadings = 3;
 
-/// Height of the bar the image stands in. Panels on Linux reserve 22 points for a status icon and
-/// scale whatever is higher, which blurs it.
-inline constexpr double kBarHeight = 22.0;
+/// Height of the bar the image stands in, where the desktop doesn't tell one. Panels on Linux
+/// reserve 22 points for a status icon and scale whatever is higher, which blurs it.
+inline constexpr double kUsualBarHeight = 22.0;
 
 /// The sizes that a layout goes by.
 struct StatusLook {

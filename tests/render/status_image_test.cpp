@@ -228,5 +228,18 @@ TEST_F(StatusImageDeathTest, AFourthReadingIsAProgrammingError)
     EXPECT_DEATH(full.add(piece(kLaptop, "1")), "");
 }
 
+TEST_F(StatusImageTest, ItIsAsHighAsTheBarItStandsIn)
+{
+    const StatusImage made = usual(kLine);
+    EXPECT_EQ(made.heightPoints(), kUsualBarHeight);
+    const double middle = made.layout().places[0].glyphY;
+
+    StatusArt higher(font, 24.0);
+    const Injected<StatusArt> higherInForce(higher);
+    EXPECT_EQ(made.heightPoints(), 24.0);
+    EXPECT_EQ(made.layout().places[0].glyphY, middle + 1.0);
+    EXPECT_EQ(drawn(made, 2.0).height, 48);
+}
+
 } // namespace
 } // namespace amperly
