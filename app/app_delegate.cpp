@@ -3,15 +3,33 @@
 #include "app/settings_window.h"
 #include "flow/flow_panel.h"
 #include "prefs/pref.h"
+#include "render/number_locale.h"
 #include "render/status_image.h"
 #include "render/status_renderer.h"
 #include "telemetry/power_reader.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QWidget>
 
 #include <cmath>
 #include <string>
 #include <utility>
 
 namespace amperly {
+namespace {
+
+/// Tells every widget of a change, and has it painted anew.
+void tellWidgets(QEvent::Type type)
+{
+    for (QWidget* const widget : QApplication::allWidgets()) {
+        QEvent change(type);
+        QCoreApplication::sendEvent(widget, &change);
+        widget->update();
+    }
+}
+
+} // namespace
 
 AppDelegate::AppDelegate(const Platform& platform)
     : m_platform(platform), m_defaults(platform.preferences), m_self(std::make_shared<AppDelegate*>(this))
@@ -158,6 +176,20 @@ void AppDelegate::settingsChanged()
     if (!m_timer || m_timer->intervalSeconds() != effectiveIntervalSeconds())
         scheduleTimer();
     redraw();
+}
+
+void AppDelegate::localeChanged()
+{
+    StatusRenderer::useLocale(numberLocaleOfUser());
+    tellWidgets(QEvent::LocaleChange);
+    m_live.setSample(m_live.sample()); // whoever follows the readings writes them again
+    redraw();
+    updateMenu();
+}
+
+void AppDelegate::appearanceChanged()
+{
+    tellWidgets(QEvent::PaletteChange);
 }
 
 void AppDelegate::togglePanel(const StatusClick& click)

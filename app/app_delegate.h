@@ -39,6 +39,14 @@ public:
     /// A preference changed, whoever changed it.
     void settingsChanged();
 
+    /// The user's region, or how numbers are written in it, has become another: writes all of
+    /// them anew.
+    void localeChanged();
+
+    /// What the user wishes of displays, more contrast or less motion, has become another: every
+    /// widget looks at it again, as it does when the palette changes.
+    void appearanceChanged();
+
     /// Routes a click on the status item.
     void togglePanel(const StatusClick& click);
 

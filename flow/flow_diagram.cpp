@@ -150,6 +150,9 @@ void FlowDiagram::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     switch (event->type()) {
+    case QEvent::LocaleChange: // the same figures, written otherwise
+        m_rests = false;
+        [[fallthrough]];
     case QEvent::PaletteChange:
     case QEvent::FontChange:
     case QEvent::ApplicationFontChange:

@@ -181,6 +181,16 @@ void FlowPanel::showEvent(QShowEvent* event)
     followFrames();
 }
 
+void FlowPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // The wish for motion changes with the desktop's looks, and is told of in the same way.
+    if (event->type() == QEvent::PaletteChange && m_moves != motionIsWanted()) {
+        m_moves = !m_moves;
+        refresh();
+    }
+}
+
 void FlowPanel::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);

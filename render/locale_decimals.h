@@ -13,7 +13,8 @@ namespace amperly {
 
 class LocaleDecimals {
 public:
-    /// `localeId` is the system's name of the locale, `fractionDigits` the exact count of them.
+    /// `localeId` is the system's name of the locale, or what numberLocaleOfUser() says; `fractionDigits` the
+    /// exact count of them.
     LocaleDecimals(const std::string& localeId, int fractionDigits);
     ~LocaleDecimals();
     LocaleDecimals(const LocaleDecimals&) = delete;

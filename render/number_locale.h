@@ -20,8 +20,8 @@ using EnvironmentLookup = std::function<const char*(const char* name)>;
 /// ICU doesn't know keeps its name.
 [[nodiscard]] std::string icuLocaleId(const std::string& posixName);
 
-/// The system's name of the locale that the user has chosen for numbers: what the environment
-/// says, or on systems that keep a locale for each user, that one's name.
+/// The system's name of the locale that the user has chosen for numbers: what the environment says.
+/// Empty on systems that keep each user's own ways of writing them, which no name tells all of.
 [[nodiscard]] std::string numberLocaleOfUser();
 
 } // namespace amperly

@@ -64,8 +64,11 @@ public:
         const std::optional<PowerSample>& sample, const PreferenceStore& store);
 
     /// The formatters behind watts(), by their number of decimals. Built for the user's locale
-    /// at the first call, from whichever thread, and never again.
+    /// at the first call, from whichever thread, and anew for another locale only.
     [[nodiscard]] static const std::array<DecimalFormatter, 2>& formatters();
+
+    /// Writes numbers in another locale from now on, by the system's name for it.
+    static void useLocale(const std::string& localeId);
 };
 
 } // namespace amperly

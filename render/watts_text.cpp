@@ -18,6 +18,12 @@ std::array<DecimalFormatter, 2> formattersFor(const std::string& localeId)
     return {DecimalFormatter{localeId, shape, 0}, DecimalFormatter{localeId, shape, 1}};
 }
 
+std::array<DecimalFormatter, 2>& formattersInUse()
+{
+    static std::array<DecimalFormatter, 2> formatters = formattersFor(numberLocaleOfUser());
+    return formatters;
+}
+
 /// Whether the value shows as more than zero. It counts halves away from zero although the
 /// digits round them to even, so that a half of the last place shows as zero with a sign.
 bool showsAsSomething(double magnitude, int decimals)
@@ -35,8 +41,12 @@ std::string flowText(double value, bool known, int decimals, bool unit, bool sig
 
 const std::array<DecimalFormatter, 2>& StatusRenderer::formatters()
 {
-    static const std::array<DecimalFormatter, 2> formatters = formattersFor(numberLocaleOfUser());
-    return formatters;
+    return formattersInUse();
+}
+
+void StatusRenderer::useLocale(const std::string& localeId)
+{
+    formattersInUse() = formattersFor(localeId);
 }
 
 void StatusRenderer::appendWatts(std::string& text, double value, int decimals, bool unit, bool signedValue)

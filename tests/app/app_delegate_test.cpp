@@ -300,5 +300,47 @@ TEST_F(AppDelegateTest, TheSettingsWindowCanBeClosedAndResizedButNotMinimised)
     EXPECT_FALSE(flags.testFlag(Qt::WindowMinimizeButtonHint));
 }
 
+// The user's ways
+
+TEST_F(AppDelegateTest, ANewLocaleWritesEveryNumberAnew)
+{
+    launchWith(kCharging);
+    click(ClickButton::Left);
+    app->openSettings();
+    const NumberEnvironment german{"de_DE.UTF-8"};
+    app->localeChanged();
+    QApplication::processEvents();
+    EXPECT_EQ(platform.statusItem.shown()->toolTip, "Mac using 14,2 W");
+    EXPECT_EQ(app->menu().entries()[0].title, "Mac using: 14,2 W");
+    QStringList spoken;
+    for (QWidget* const widget : QApplication::allWidgets())
+        spoken += widget->accessibleName();
+    EXPECT_THAT(spoken.join(QLatin1Char('\n')).toStdString(), testing::HasSubstr("Mac is using 14,2 W"));
+    EXPECT_THAT(spoken.join(QLatin1Char('\n')).toStdString(), testing::Not(testing::HasSubstr("14.2 W")));
+
+    const NumberEnvironment english{"en_US.UTF-8"};
+    app->localeChanged();
+    EXPECT_EQ(platform.statusItem.shown()->toolTip, "Mac using 14.2 W");
+}
+
+TEST_F(AppDelegateTest, EveryWidgetHearsOfAnotherWishForDisplays)
+{
+    class Listener : public QWidget {
+    public:
+        int changes = 0;
+
+    protected:
+        void changeEvent(QEvent* event) override
+        {
+            changes += event->type() == QEvent::PaletteChange ? 1 : 0;
+        }
+    };
+    Listener window;
+    launch();
+    window.changes = 0;
+    app->appearanceChanged();
+    EXPECT_EQ(window.changes, 1);
+}
+
 } // namespace
 } // namespace amperly

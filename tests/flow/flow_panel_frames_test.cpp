@@ -71,6 +71,24 @@ TEST_F(FlowPanelFramesTest, WhoWantsNoMotionSeesTheReadingAtOnceAndNoFrames)
     EXPECT_NE(picture(), before);
 }
 
+TEST_F(FlowPanelFramesTest, AnOpenPanelComesToRestAndMovesAgainAsTheUserWishes)
+{
+    openWith(kCharging);
+    const auto tell = [this] {
+        QEvent change(QEvent::PaletteChange);
+        QApplication::sendEvent(panel.get(), &change);
+    };
+    {
+        FixedMotionSetting still{true};
+        const Injected<MotionSetting> stillInForce{still};
+        tell();
+        EXPECT_FALSE(clock.isRunning());
+        EXPECT_EQ(panel->diagram()->appearance(), 1.0);
+    }
+    tell();
+    EXPECT_TRUE(clock.isRunning());
+}
+
 TEST_F(FlowPanelFramesTest, WithoutMotionAReadingThatIsTheSameAgainPaintsNothing)
 {
     FixedMotionSetting still{true};

@@ -1,6 +1,6 @@
 #include "flow/node_content.h"
 
-#include "tests/support/number_environment.h"
+#include "render/status_renderer.h"
 #include "tests/support/print_sample.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ void PrintTo(const NodeContent& content, std::ostream* out)
 
 namespace {
 
-const NumberEnvironment kNumbers{"en_US.UTF-8"};
+const bool kNumbersAreEnglish = (StatusRenderer::useLocale("en_US"), true);
 
 constexpr Color kAccent{0.1, 0.2, 0.9};
 

@@ -164,5 +164,13 @@ TEST(FlowTextTest, EachFlowIsKnownOrNotByItself)
     EXPECT_EQ(StatusRenderer::batteryText(sample, 1), "+15.9 W");
 }
 
+TEST(WattsLocaleTest, AnotherLocaleCountsFromThenOn)
+{
+    StatusRenderer::useLocale("de_DE");
+    EXPECT_EQ(StatusRenderer::watts(1234.5, 1), "1.234,5 W");
+    StatusRenderer::useLocale("en_US");
+    EXPECT_EQ(StatusRenderer::watts(1234.5, 1), "1,234.5 W");
+}
+
 } // namespace
 } // namespace amperly
