@@ -59,7 +59,7 @@ protected:
         application.reset();
         application.emplace();
         program.emplace(*application, font,
-            [](QWidget&) { return [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)]; });
+            [view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)]](QWidget&) { return view; });
         program->start();
     }
 

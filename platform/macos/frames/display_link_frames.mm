@@ -26,10 +26,20 @@ API_AVAILABLE(macos(14.0))
 namespace amperly {
 namespace {
 
-float wantedRate()
+bool sparesPower()
 {
-    return NSProcessInfo.processInfo.lowPowerModeEnabled ? DisplayLinkFrames::kGentleRate
-                                                         : DisplayLinkFrames::kUsualRate;
+    return NSProcessInfo.processInfo.lowPowerModeEnabled;
+}
+
+/// Frames a second for a timer: what the display of `view` can show.
+double timerRate(NSView* view)
+{
+    constexpr NSInteger kUsualRate = 60; // of displays that don't say
+    if (sparesPower())
+        return static_cast<double>(DisplayLinkFrames::kGentleRate);
+    NSScreen* const screen = view.window.screen;
+    const NSInteger most = screen != nil ? screen.maximumFramesPerSecond : 0;
+    return static_cast<double>(most > 0 ? most : kUsualRate);
 }
 
 /// The link pauses by itself while its view cannot be seen, and goes with the view from one
@@ -40,8 +50,9 @@ public:
     {
         m_target->_frame = std::move(frame);
         m_link = [view displayLinkWithTarget:m_target selector:@selector(frameOfLink:)];
-        const float rate = wantedRate();
-        m_link.preferredFrameRateRange = CAFrameRateRangeMake(rate / 2.0F, rate, rate);
+        constexpr float kGentle = DisplayLinkFrames::kGentleRate;
+        if (sparesPower())
+            m_link.preferredFrameRateRange = CAFrameRateRangeMake(kGentle / 2.0F, kGentle, kGentle);
         [m_link addToRunLoop:NSRunLoop.mainRunLoop forMode:NSRunLoopCommonModes];
     }
     ~LinkRun() override
@@ -59,17 +70,26 @@ private:
 
 NSTimer* frameTimer(NSView* view, FrameClock::Frame frame)
 {
+    // A tenth of a frame late is early enough, and lets the machine wake once for several programs.
+    constexpr double kToleratedShare = 0.1;
+    const double interval = 1.0 / timerRate(view);
     __weak NSView* weakView = view;
-    return [NSTimer timerWithTimeInterval:1.0 / static_cast<double>(wantedRate())
-                                  repeats:YES
-                                    block:^(NSTimer*) {
-                                        const auto running = frame;
-                                        NSWindow* const window = weakView.window;
-                                        if ((window.occlusionState & NSWindowOcclusionStateVisible) != 0)
-                                            running(NSProcessInfo.processInfo.systemUptime);
-                                    }];
+    NSTimer* const timer =
+        [NSTimer timerWithTimeInterval:interval
+                               repeats:YES
+                                 block:^(NSTimer*) {
+                                     @autoreleasepool {
+                                         const auto running = frame;
+                                         NSWindow* const window = weakView.window;
+                                         if ((window.occlusionState & NSWindowOcclusionStateVisible) != 0)
+                                             running(NSProcessInfo.processInfo.systemUptime);
+                                     }
+                                 }];
+    timer.tolerance = interval * kToleratedShare;
+    return timer;
 }
 
+/// Knows nothing of the display but its rate; looks itself whether anybody sees the view.
 class TimerRun : public FrameClock::Run {
 public:
     TimerRun(NSView* view, FrameClock::Frame frame) : m_timer(frameTimer(view, std::move(frame)))
@@ -89,8 +109,10 @@ private:
 std::unique_ptr<FrameClock::Run> DisplayLinkFrames::start(QWidget& widget, Frame frame)
 {
     NSView* const view = m_viewOf(widget);
-    if (@available(macOS 14.0, *))
-        return std::make_unique<LinkRun>(view, std::move(frame));
+    if (@available(macOS 14.0, *)) {
+        if (m_source == Source::Newest)
+            return std::make_unique<LinkRun>(view, std::move(frame));
+    }
     return std::make_unique<TimerRun>(view, std::move(frame));
 }
 

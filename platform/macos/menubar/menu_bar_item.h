@@ -34,6 +34,9 @@ public:
     void setMenu(Menu& menu) override;
     void openMenu(std::optional<ScreenPoint> anchor) override;
 
+    /// Points that pictures in the menu bar are high.
+    [[nodiscard]] static double barHeight() { return NSStatusBar.systemStatusBar.thickness; }
+
     /// What the user clicks at; nil where the system gives the item none.
     [[nodiscard]] NSStatusBarButton* button() const { return m_item.button; }
 

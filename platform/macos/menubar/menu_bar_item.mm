@@ -21,13 +21,31 @@
 @end
 
 namespace amperly {
+namespace {
+
+/// Under this name the system remembers where the user has moved the item to, in this
+/// preference of the program's.
+NSString* const kName = @"Amperly";
+NSString* const kPlaceKey = @"NSStatusItem Preferred Position Amperly";
+
+/// Seconds after which an event is not what a click comes from.
+constexpr double kLatestClick = 0.5;
+
+/// Pressed by an assistive technology, the button has no mouse event of its own: the latest one is
+/// from whenever the mouse was used last.
+bool isRightClick(NSEvent* event)
+{
+    return event.type == NSEventTypeRightMouseUp
+        && NSProcessInfo.processInfo.systemUptime - event.timestamp < kLatestClick;
+}
+
+} // namespace
 
 MenuBarItem::MenuBarItem()
     : m_item([NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength])
     , m_target([AMPClickTarget new])
 {
-    // Under this name the system remembers where the user has moved the item to.
-    m_item.autosaveName = @"Amperly";
+    m_item.autosaveName = kName;
     m_target->_clicked = [this] { click(); };
 
     NSStatusBarButton* const button = m_item.button;
@@ -42,7 +60,12 @@ MenuBarItem::~MenuBarItem()
 {
     m_target->_clicked = nullptr;
     m_item.menu = nil;
+    // Removing takes the item for one that the user is not to have any more, and forgets its place.
+    NSUserDefaults* const defaults = NSUserDefaults.standardUserDefaults;
+    const id place = [defaults objectForKey:kPlaceKey];
     [NSStatusBar.systemStatusBar removeStatusItem:m_item];
+    if (place != nil)
+        [defaults setObject:place forKey:kPlaceKey];
 }
 
 void MenuBarItem::show(
@@ -68,10 +91,9 @@ void MenuBarItem::show(
 
 void MenuBarItem::click()
 {
-    // Pressed by an assistive technology, the button has no mouse event and acts as on the left.
-    const bool isRight = NSApp.currentEvent.type == NSEventTypeRightMouseUp;
     if (m_clicked)
-        m_clicked({.button = isRight ? ClickButton::Right : ClickButton::Left, .anchor = {}});
+        m_clicked({.button = isRightClick(NSApp.currentEvent) ? ClickButton::Right : ClickButton::Left,
+            .anchor = {}});
 }
 
 void MenuBarItem::setMenu(Menu& menu)

@@ -11,11 +11,12 @@ namespace amperly {
 
 class ClosingClick {
 public:
-    /// A button that is pressed comes up again within this time, unless somebody holds it down.
-    static constexpr double kOneClickSeconds = 0.25;
+    /// Nobody holds a button down for longer and still means a click. A press that is taken off the
+    /// item ends without one, and must not swallow the next.
+    static constexpr double kLongestClickSeconds = 2.0;
 
-    /// The popover is closing by itself at `now`, in seconds since any fixed moment.
-    void closedByItself(double now) { m_closed = now; }
+    /// A press on the item is closing the popover at `now`, in seconds since any fixed moment.
+    void closedByPress(double now) { m_closed = now; }
 
     /// Whether a click at `now` belongs to what closed the popover. It can belong to it once.
     [[nodiscard]] bool isRestOfIt(double now);

@@ -3,17 +3,14 @@
 #pragma once
 
 #include "platform/macos/shell/closing_click.h"
-#include "platform/macos/shell/native_view.h"
+#include "platform/macos/shell/popover_opening.h"
 #include "platform/popover_host.h"
 
 #import <AppKit/AppKit.h>
 
 #include <QObject>
-#include <QPointer>
 
 #include <vector>
-
-@class AMPPopoverDelegate;
 
 namespace amperly {
 
@@ -34,6 +31,8 @@ class NativePopoverHost : public PopoverHost {
 public:
     explicit NativePopoverHost(NativePopoverParts parts);
     ~NativePopoverHost() override;
+    NativePopoverHost(const NativePopoverHost&) = delete;
+    NativePopoverHost& operator=(const NativePopoverHost&) = delete;
 
     [[nodiscard]] bool takesClick() override;
 
@@ -47,23 +46,16 @@ public:
     void onDidClose(std::function<void()> handler) override { m_didClose = std::move(handler); }
 
 private:
-    class ContentWatch;
-
+    void open(std::unique_ptr<QWidget> content, NSView* anchor);
     void popoverWillClose();
-    void popoverDidClose();
-    void fitToContent();
+    void popoverDidClose(PopoverOpening& opening);
     void announceClosing();
-    QWidget* retireContent();
 
     NativePopoverParts m_parts;
-    NSPopover* m_popover;
-    AMPPopoverDelegate* m_delegate;
     std::function<void()> m_didClose;
     ClosingClick m_closingClick;
     bool m_isClosingOnRequest = false;
-    std::unique_ptr<QWidget> m_content;
-    std::unique_ptr<ContentWatch> m_watch;
-    std::vector<QPointer<QWidget>> m_leaving; ///< hidden, destroyed once the event loop runs
+    std::vector<std::unique_ptr<PopoverOpening>> m_openings; ///< the latest last; those before are closing
     QObject m_context;
 };
 

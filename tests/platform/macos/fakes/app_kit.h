@@ -11,7 +11,8 @@ namespace amperly::fake_mac {
 struct Fields {
     NSRect frame{};
     NSUInteger autoresizingMask = 0;
-    int subviews = 0;
+    NSView* superview = nil;
+    NSWindow* window = nil; ///< of the one view at its root
     id target = nil;
     SEL action = nullptr;
     NSEventMask mask = 0;
@@ -30,7 +31,9 @@ struct Fields {
     NSViewController* contentViewController = nil;
     NSPopoverBehavior behavior = NSPopoverBehaviorApplicationDefined;
     BOOL shown = NO;
+    BOOL wasShown = NO;
     NSEventType type{};
+    double timestamp = 0.0;
 };
 
 inline Fields& of(NSObject* object)
@@ -46,6 +49,15 @@ void track(NSMenu* menu);
 
 /// Hands over what the user will do with the next menu.
 void setMenuUse(const MenuUse& use);
+
+/// A window of which `root` is the outermost view.
+void putIntoWindow(NSView* root, NSRect frame);
+
+/// Where the status item stands, in the screen's points.
+[[nodiscard]] NSRect itemFrame();
+
+/// What a status item is clicked at, in its window.
+[[nodiscard]] NSStatusBarButton* makeBarButton();
 
 /// Forgets what is open.
 void resetMenus();

@@ -22,6 +22,11 @@ using namespace amperly::fake_mac;
     return stage().system.visibleScreenHeight ? screen : nil;
 }
 
+- (NSInteger)maximumFramesPerSecond
+{
+    return stage().system.framesPerSecond;
+}
+
 - (NSRect)visibleFrame
 {
     return NSMakeRect(0, 0, 1440, stage().system.visibleScreenHeight.value_or(0));
@@ -65,7 +70,16 @@ REMEMBERED(id<NSApplicationDelegate>, delegate, setDelegate)
 
 @end
 
+extern const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+    = @"NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
+
 @implementation NSWorkspace
+
+- (NSNotificationCenter*)notificationCenter
+{
+    static NSNotificationCenter* const center = [NSNotificationCenter new];
+    return center;
+}
 
 - (BOOL)accessibilityDisplayShouldReduceMotion
 {
@@ -149,6 +163,14 @@ void resetStage()
     resetPopovers();
     NSApp = [NSApplication new];
     resetFoundation();
+}
+
+void changeDisplaySettings(bool reducesMotion, bool increasesContrast)
+{
+    stage().system.reducesMotion = reducesMotion;
+    stage().system.increasesContrast = increasesContrast;
+    post(NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification,
+        NSWorkspace.sharedWorkspace.notificationCenter);
 }
 
 bool reopenApplication()

@@ -18,6 +18,7 @@ using namespace amperly::fake_mac;
 namespace {
 
 struct NotificationObserver {
+    NSNotificationCenter* center;
     id observer;
     SEL selector;
     std::string name;
@@ -39,13 +40,9 @@ void countObservers()
     stage().observers = static_cast<int>(notificationObservers.size() + keyObservers.size());
 }
 
-void post(NSNotificationName name)
+void postChange()
 {
-    const std::vector<NotificationObserver> observers = notificationObservers;
-    for (const NotificationObserver& each : observers) {
-        if (each.name == textOf(name))
-            send(each.observer, each.selector, [NSNotification new]);
-    }
+    post(NSUserDefaultsDidChangeNotification, NSNotificationCenter.defaultCenter);
 }
 
 void announceKey(const std::string& key)
@@ -121,14 +118,14 @@ void store(const std::string& key, id object)
 {
     if (!responds(observer, selector))
         fault(std::string("an observer without ") + sel_getName(selector));
-    notificationObservers.push_back({observer, selector, textOf(name)});
+    notificationObservers.push_back({self, observer, selector, textOf(name)});
     countObservers();
 }
 
 - (void)removeObserver:(id)observer
 {
     std::erase_if(notificationObservers,
-        [observer](const NotificationObserver& each) { return each.observer == observer; });
+        [&](const NotificationObserver& each) { return each.center == self && each.observer == observer; });
     countObservers();
 }
 
@@ -156,7 +153,7 @@ const NSNotificationName NSUserDefaultsDidChangeNotification = @"NSUserDefaultsD
 - (void)setObject:(id)value forKey:(NSString*)key
 {
     store(textOf(key), value);
-    post(NSUserDefaultsDidChangeNotification);
+    postChange();
 }
 
 - (void)removeObjectForKey:(NSString*)key
@@ -168,12 +165,21 @@ const NSNotificationName NSUserDefaultsDidChangeNotification = @"NSUserDefaultsD
 {
     for (const auto& [key, object] : fields<DictionaryFields>(defaults))
         registeredObjects[key] = object;
-    post(NSUserDefaultsDidChangeNotification);
+    postChange();
 }
 
 @end
 
 namespace amperly::fake_mac {
+
+void post(NSNotificationName name, NSNotificationCenter* center)
+{
+    const std::vector<NotificationObserver> observers = notificationObservers;
+    for (const NotificationObserver& each : observers) {
+        if (each.center == center && each.name == textOf(name))
+            send(each.observer, each.selector, [NSNotification new]);
+    }
+}
 
 void resetFoundation()
 {
@@ -195,13 +201,18 @@ void writeFromOtherThread(const std::string& key, const Stored& value)
 {
     const OtherThread thread;
     store(key, boxed(value));
-    post(NSUserDefaultsDidChangeNotification);
+    postChange();
 }
 
 void changeQuietly(const std::string& key, const Stored& value)
 {
     storedObjects[key] = boxed(value);
-    post(NSUserDefaultsDidChangeNotification);
+    postChange();
+}
+
+void forgetPlace(const std::string& autosaveName)
+{
+    store("NSStatusItem Preferred Position " + autosaveName, nil);
 }
 
 void storeSomethingElse(const std::string& key)

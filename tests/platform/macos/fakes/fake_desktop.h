@@ -74,6 +74,11 @@ struct SystemState {
     std::string bundlePath = "/Applications/Amperly.app";
     std::variant<std::monostate, std::string, int> bundleVersion = std::string("1.2.3");
     bool givesButton = true;
+    double barThickness = 24.0; ///< points
+    bool pointerOnItem = false;
+    unsigned long pressedButtons = 0; ///< one bit for each
+    bool windowsAreSeen = true; ///< by somebody
+    long framesPerSecond = 120; ///< that the screen can show
     bool popoverClosesAtOnce = true; ///< instead of after its animation
     bool menuWaits = true; ///< the click that opens a menu returns when it has closed
     long loginStatus = 0;
@@ -98,6 +103,7 @@ struct Stage {
     int displayLinks = 0; ///< running
     float frameRate = 0.0F; ///< that the link made last prefers
     int timers = 0; ///< running
+    int autoreleasePools = 0; ///< open
     double timerTolerance = 0.0; ///< of the timer that was made last
     int observers = 0; ///< of notifications and of keys
     std::vector<std::string> faults;
@@ -106,14 +112,15 @@ struct Stage {
 [[nodiscard]] Stage& stage();
 void resetStage();
 
+inline constexpr int kLeft = 0;
+inline constexpr int kRight = 1;
+
 /// Called while the menu is open; returns the index of the row to choose, or nothing.
 using MenuUse = std::function<std::optional<int>()>;
 
 /// A whole click on the status item, as the window server sends it: the press closes a transient
 /// popover, the release reaches the button. With a menu attached the press opens that.
 void click(int mouseButton, const MenuUse& use = {}, double heldSeconds = 0.05);
-inline constexpr int kLeft = 0;
-inline constexpr int kRight = 1;
 
 /// A press of the button by an assistive technology, without a mouse.
 void pressByAccessibility();
@@ -122,13 +129,22 @@ void pressByAccessibility();
 void closeMenu();
 
 /// A press somewhere else on the screen.
-void pressElsewhere();
+void pressElsewhere(int mouseButton = kLeft);
+
+/// The system closes the popover, without a press of the mouse.
+void closePopover();
 
 /// The end of the popover's closing animation.
 void finishPopoverAnimation();
 
 /// The user opens the application while it runs; tells what the delegate answered.
 [[nodiscard]] bool reopenApplication();
+
+/// The user changes the region's settings.
+void changeLocale(const std::string& identifier);
+
+/// The user changes the accessibility settings of displays.
+void changeDisplaySettings(bool reducesMotion, bool increasesContrast);
 
 /// Lets time pass: timers fire.
 void advance(double seconds);
@@ -146,6 +162,9 @@ void writeFromElsewhere(const std::string& key, const Stored& value);
 
 /// What is stored, defaults aside.
 [[nodiscard]] Stored storedValue(const std::string& key);
+
+/// What removing a status item of that name does to the place where the user had moved it.
+void forgetPlace(const std::string& autosaveName);
 
 /// Stores an object that is neither text nor number.
 void storeSomethingElse(const std::string& key);

@@ -18,6 +18,7 @@ protected:
         EXPECT_EQ(stage.timers, 0);
         EXPECT_EQ(stage.displayLinks, 0);
         EXPECT_EQ(stage.observers, 0);
+        EXPECT_EQ(stage.autoreleasePools, 0);
         EXPECT_THAT(stage.faults, testing::IsEmpty());
     }
 

@@ -21,11 +21,19 @@ struct NumberFormatterFields {
 
 } // namespace
 
+const NSNotificationName NSCurrentLocaleDidChangeNotification
+    = @"kCFLocaleCurrentLocaleDidChangeNotification";
+
 @implementation NSLocale
 
 + (NSLocale*)currentLocale
 {
     return [self localeWithLocaleIdentifier:makeString(stage().system.locale)];
+}
+
++ (NSLocale*)autoupdatingCurrentLocale
+{
+    return [NSLocale new]; // whatever the user's is at the time
 }
 
 + (instancetype)localeWithLocaleIdentifier:(NSString*)identifier
@@ -42,7 +50,10 @@ struct NumberFormatterFields {
 - (BOOL)isGerman
 {
     NSLocale* const locale = fields<NumberFormatterFields>(self).locale;
-    return locale != nil && static_cast<const std::string*>(locale->_fakeState)->starts_with("de");
+    if (locale == nil)
+        return NO;
+    const auto* const own = static_cast<const std::string*>(locale->_fakeState);
+    return (own != nullptr ? *own : stage().system.locale).starts_with("de");
 }
 
 - (void)setLocale:(NSLocale*)locale
@@ -101,3 +112,13 @@ struct NumberFormatterFields {
 }
 
 @end
+
+namespace amperly::fake_mac {
+
+void changeLocale(const std::string& identifier)
+{
+    stage().system.locale = identifier;
+    post(NSCurrentLocaleDidChangeNotification, NSNotificationCenter.defaultCenter);
+}
+
+} // namespace amperly::fake_mac

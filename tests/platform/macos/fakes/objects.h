@@ -37,6 +37,9 @@ void send(id target, SEL selector, id argument = nullptr);
 /// The characters of a string, one by one.
 [[nodiscard]] std::u32string charactersOf(NSString* string);
 
+/// Tells the observers of `name` at one of the centres.
+void post(NSNotificationName name, NSNotificationCenter* center);
+
 /// Forgets observers, timers, queued work and stored values.
 void resetFoundation();
 

@@ -17,7 +17,7 @@ using namespace amperly::fake_mac;
 namespace {
 
 NSPopover* shownPopover;
-NSPopover* closingPopover;
+std::vector<NSPopover*> closingPopovers;
 
 } // namespace
 
@@ -47,8 +47,11 @@ REMEMBERED(NSPopoverBehavior, behavior, setBehavior)
 
 - (void)setContentViewController:(NSViewController*)controller
 {
+    if (controller == nil && of(self).contentViewController != nil)
+        of(of(self).contentViewController.view).window = nil;
     of(self).contentViewController = controller;
-    stage().popover.hasContent = controller != nil;
+    stage().popover.hasContent
+        = shownPopover != nil ? of(shownPopover).contentViewController != nil : controller != nil;
 }
 
 - (NSSize)contentSize
@@ -81,10 +84,19 @@ REMEMBERED(NSPopoverBehavior, behavior, setBehavior)
 {
     if (view == nil || rect.size.width <= 0)
         fault("a popover without a place, which raises");
+    else if (view.window == nil)
+        fault("a popover beside what is in no window, which raises");
     NSView* const content = of(self).contentViewController.view;
-    if (content == nil || of(content).subviews != 1)
-        fault("a popover without content");
+    if (content == nil)
+        fault("a popover without content, which raises");
+    else
+        putIntoWindow(content, content.frame);
     of(self).shown = YES;
+    if (shownPopover != nil)
+        fault("two popovers at a time");
+    if (of(self).wasShown)
+        fault("a popover that is used again, perhaps while it closes");
+    of(self).wasShown = YES;
     shownPopover = self;
     ++stage().popover.showings;
     stage().popover.isShown = true;
@@ -99,7 +111,7 @@ REMEMBERED(NSPopoverBehavior, behavior, setBehavior)
         [of(self).delegate popoverWillClose:[NSNotification new]];
     of(self).shown = NO;
     shownPopover = nil;
-    closingPopover = self;
+    closingPopovers.push_back(self);
     stage().popover.isShown = false;
     if (stage().system.popoverClosesAtOnce)
         finishPopoverAnimation();
@@ -112,20 +124,30 @@ namespace amperly::fake_mac {
 void resetPopovers()
 {
     shownPopover = nil;
-    closingPopover = nil;
+    closingPopovers.clear();
 }
 
-void pressElsewhere()
+void pressElsewhere(int mouseButton)
 {
-    if (shownPopover != nil && shownPopover.behavior == NSPopoverBehaviorTransient)
+    if (shownPopover != nil && shownPopover.behavior == NSPopoverBehaviorTransient) {
+        stage().system.pressedButtons = 1UL << mouseButton;
         [shownPopover close];
+        stage().system.pressedButtons = 0;
+    }
+}
+
+void closePopover()
+{
+    [shownPopover close];
 }
 
 void finishPopoverAnimation()
 {
-    NSPopover* const popover = std::exchange(closingPopover, nil);
-    if (popover != nil && [of(popover).delegate respondsToSelector:@selector(popoverDidClose:)])
-        [of(popover).delegate popoverDidClose:[NSNotification new]];
+    const std::vector<NSPopover*> popovers = std::exchange(closingPopovers, {});
+    for (NSPopover* const popover : popovers) {
+        if ([of(popover).delegate respondsToSelector:@selector(popoverDidClose:)])
+            [of(popover).delegate popoverDidClose:[NSNotification new]];
+    }
 }
 
 } // namespace amperly::fake_mac

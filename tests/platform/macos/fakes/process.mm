@@ -110,6 +110,21 @@ Block kept(Block block)
 
 @end
 
+@implementation NSAutoreleasePool
+
+- (instancetype)init
+{
+    ++stage().autoreleasePools;
+    return self;
+}
+
+- (void)drain
+{
+    --stage().autoreleasePools;
+}
+
+@end
+
 @implementation NSTimer
 
 + (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval

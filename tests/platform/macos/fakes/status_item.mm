@@ -23,7 +23,7 @@ using namespace amperly::fake_mac;
     if (!stage().system.givesButton)
         return nil;
     if (of(self).button == nil)
-        of(self).button = [[NSStatusBarButton alloc] initWithFrame:NSMakeRect(0, 0, 40, 22)];
+        of(self).button = makeBarButton();
     return of(self).button;
 }
 
@@ -47,6 +47,11 @@ using namespace amperly::fake_mac;
 
 @implementation NSStatusBar
 
+- (CGFloat)thickness
+{
+    return stage().system.barThickness;
+}
+
 + (NSStatusBar*)systemStatusBar
 {
     static NSStatusBar* const bar = [NSStatusBar new];
@@ -66,6 +71,7 @@ using namespace amperly::fake_mac;
 {
     if (item != theItem)
         fault("removing a status item that is not there");
+    forgetPlace(stage().item.autosaveName);
     --stage().item.count;
     theItem = nil;
 }
@@ -73,9 +79,27 @@ using namespace amperly::fake_mac;
 @end
 
 @implementation NSEvent
+
++ (NSPoint)mouseLocation
+{
+    const NSRect place = itemFrame();
+    return stage().system.pointerOnItem ? NSPoint{place.origin.x + 5.0, place.origin.y + 5.0}
+                                        : NSPoint{100.0, 100.0};
+}
+
++ (NSUInteger)pressedMouseButtons
+{
+    return stage().system.pressedButtons;
+}
+
 - (NSEventType)type
 {
     return of(self).type;
+}
+
+- (NSTimeInterval)timestamp
+{
+    return of(self).timestamp;
 }
 @end
 
@@ -84,10 +108,25 @@ namespace amperly::fake_mac {
 NSStatusItem* theItem;
 NSEvent* currentEvent;
 
+NSRect itemFrame()
+{
+    return NSMakeRect(1000, 878, 40, 22);
+}
+
+NSStatusBarButton* makeBarButton()
+{
+    NSStatusBarButton* const button =
+        [[NSStatusBarButton alloc] initWithFrame:NSMakeRect(0, 0, itemFrame().size.width, 22)];
+    putIntoWindow(button, itemFrame());
+    return button;
+}
+
 void click(int mouseButton, const MenuUse& use, double heldSeconds)
 {
     setMenuUse(use);
-    pressElsewhere(); // the item lies outside of a popover
+    stage().system.pointerOnItem = true;
+    pressElsewhere(mouseButton); // the item lies outside of a popover
+    stage().system.pointerOnItem = false;
     if (theItem.menu != nil) {
         track(theItem.menu); // and the click never reaches the button
         return;
@@ -95,15 +134,15 @@ void click(int mouseButton, const MenuUse& use, double heldSeconds)
     advance(heldSeconds);
     currentEvent = [NSEvent new];
     of(currentEvent).type = mouseButton == kRight ? NSEventTypeRightMouseUp : NSEventTypeLeftMouseUp;
+    of(currentEvent).timestamp = stage().system.uptime;
     NSStatusBarButton* const button = theItem.button;
     if (button != nil && (of(button).mask & (1ULL << of(currentEvent).type)) != 0)
         send(button.target, button.action, button);
-    currentEvent = nil;
 }
 
 void pressByAccessibility()
 {
-    currentEvent = nil;
+    advance(3.0); // whatever the mouse did last was before
     [theItem.button performClick:nil];
 }
 

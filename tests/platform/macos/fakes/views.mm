@@ -19,9 +19,19 @@ using namespace amperly::fake_mac;
 
 @implementation NSWindow
 
+- (NSRect)frame
+{
+    return of(self).frame;
+}
+
+- (NSScreen*)screen
+{
+    return NSScreen.mainScreen;
+}
+
 - (NSWindowOcclusionState)occlusionState
 {
-    return NSWindowOcclusionStateVisible;
+    return stage().system.windowsAreSeen ? NSWindowOcclusionStateVisible : NSWindowOcclusionState{};
 }
 
 - (void)makeKeyWindow
@@ -61,19 +71,26 @@ REMEMBERED(NSAutoresizingMaskOptions, autoresizingMask, setAutoresizingMask)
 
 - (NSWindow*)window
 {
-    static NSWindow* const window = [NSWindow new];
-    return window;
+    NSView* view = self;
+    while (of(view).superview != nil)
+        view = of(view).superview;
+    return of(view).window;
 }
 
 - (void)addSubview:(NSView*)view
 {
     if (view == nil)
         fault("nothing as a subview, which raises");
-    ++of(self).subviews;
+    else if (self.window == nil)
+        fault("a view of the toolkit's that is taken in before there is a window");
+    else
+        of(view).superview = self;
 }
 
 - (CADisplayLink*)displayLinkWithTarget:(id)target selector:(SEL)selector
 {
+    if (self.window == nil)
+        fault("a display link of a view that no display shows");
     return makeDisplayLink(target, selector);
 }
 
@@ -168,3 +185,21 @@ REMEMBERED(SEL, action, setAction)
 
 @implementation NSStatusBarButton
 @end
+
+BOOL NSPointInRect(NSPoint point, NSRect rect)
+{
+    return point.x >= rect.origin.x && point.x < rect.origin.x + rect.size.width && point.y >= rect.origin.y
+            && point.y < rect.origin.y + rect.size.height
+        ? YES
+        : NO;
+}
+
+namespace amperly::fake_mac {
+
+void putIntoWindow(NSView* root, NSRect frame)
+{
+    of(root).window = [NSWindow new];
+    of(of(root).window).frame = frame;
+}
+
+} // namespace amperly::fake_mac

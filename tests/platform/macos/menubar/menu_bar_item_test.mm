@@ -96,6 +96,13 @@ TEST_F(MenuBarItemTest, AnAssistiveTechnologyClicksOnTheLeft)
     EXPECT_THAT(clicks, testing::ElementsAre(ClickButton::Left));
 }
 
+TEST_F(MenuBarItemTest, AnAssistiveTechnologyClicksOnTheLeftAlsoAfterTheRightButton)
+{
+    fake_mac::click(fake_mac::kRight);
+    fake_mac::pressByAccessibility();
+    EXPECT_THAT(clicks, testing::ElementsAre(ClickButton::Right, ClickButton::Left));
+}
+
 TEST_F(MenuBarItemTest, TheMenuIsAttachedForOneOpeningOnly)
 {
     item->onClick([this](const StatusClick&) { item->openMenu(std::nullopt); });
@@ -144,6 +151,19 @@ TEST_F(MenuBarItemTest, TheItemGoesWithItsObject)
 {
     item.reset();
     EXPECT_EQ(stage.item.count, 0);
+}
+
+TEST_F(MenuBarItemTest, ThePlaceThatTheUserGaveItStays)
+{
+    fake_mac::writeFromElsewhere("NSStatusItem Preferred Position Amperly", 312.0);
+    item.reset();
+    EXPECT_EQ(fake_mac::storedValue("NSStatusItem Preferred Position Amperly"), fake_mac::Stored(312.0));
+}
+
+TEST_F(MenuBarItemTest, APlaceThatNobodyGaveItIsNotMadeUp)
+{
+    item.reset();
+    EXPECT_EQ(fake_mac::storedValue("NSStatusItem Preferred Position Amperly"), fake_mac::Stored());
 }
 
 } // namespace

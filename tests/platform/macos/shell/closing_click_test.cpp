@@ -13,21 +13,21 @@ TEST(ClosingClickTest, WithoutAClosingEveryClickIsItsOwn)
 TEST(ClosingClickTest, AClickRightAfterTheClosingBelongsToIt)
 {
     ClosingClick click;
-    click.closedByItself(10.0);
-    EXPECT_TRUE(click.isRestOfIt(10.0 + ClosingClick::kOneClickSeconds - 0.01));
+    click.closedByPress(10.0);
+    EXPECT_TRUE(click.isRestOfIt(10.0 + ClosingClick::kLongestClickSeconds - 0.01));
 }
 
 TEST(ClosingClickTest, ALaterClickIsItsOwn)
 {
     ClosingClick click;
-    click.closedByItself(10.0);
-    EXPECT_FALSE(click.isRestOfIt(10.0 + ClosingClick::kOneClickSeconds));
+    click.closedByPress(10.0);
+    EXPECT_FALSE(click.isRestOfIt(10.0 + ClosingClick::kLongestClickSeconds));
 }
 
 TEST(ClosingClickTest, OneClosingTakesOneClick)
 {
     ClosingClick click;
-    click.closedByItself(10.0);
+    click.closedByPress(10.0);
     EXPECT_TRUE(click.isRestOfIt(10.1));
     EXPECT_FALSE(click.isRestOfIt(10.15));
 }

@@ -1,5 +1,6 @@
 #include "platform/macos/shell/native_popover_host.h"
 
+#include "tests/platform/macos/fakes/app_kit.h"
 #include "tests/platform/macos/fakes/fake_desktop_test.h"
 
 #include <QCoreApplication>
@@ -19,6 +20,16 @@ public:
     }
     ~Panel() override { m_isGone = true; }
 
+    std::function<void()> onShow;
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QWidget::showEvent(event);
+        if (onShow)
+            onShow();
+    }
+
 private:
     bool& m_isGone;
 };
@@ -29,7 +40,11 @@ protected:
     {
         host.emplace(NativePopoverParts{
             .anchor = [this] { return anchor; },
-            .viewOf = [](QWidget&) { return [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)]; },
+            .viewOf =
+                [this](QWidget& widget) {
+                    EXPECT_FALSE(widget.isVisible());
+                    return view;
+                },
         });
         host->onDidClose([this] {
             ++closings;
@@ -51,13 +66,21 @@ protected:
         host->show(std::move(panel), std::nullopt);
     }
 
+    void pressItem()
+    {
+        stage.system.pointerOnItem = true;
+        fake_mac::pressElsewhere();
+        stage.system.pointerOnItem = false;
+    }
+
     static void runEventLoop()
     {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    NSView* anchor = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 40, 22)];
+    NSView* anchor = fake_mac::makeBarButton();
+    NSView* view = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
     std::optional<NativePopoverHost> host;
     QPointer<QWidget> content;
     int closings = 0;
@@ -80,6 +103,16 @@ TEST_F(NativePopoverHostTest, ThePanelHasTheKeyboard)
     show();
     EXPECT_EQ(stage.popover.keyWindows, 1);
     EXPECT_EQ(stage.popover.firstResponders, 1);
+}
+
+TEST_F(NativePopoverHostTest, ThePanelIsShownInThePopoversWindow)
+{
+    NSWindow* window = nil;
+    auto panel = std::make_unique<Panel>(isGone);
+    panel->onShow = [&] { window = view.window; };
+    host->show(std::move(panel), std::nullopt);
+    EXPECT_TRUE(window != nil);
+    EXPECT_TRUE(window != anchor.window);
 }
 
 TEST_F(NativePopoverHostTest, APanelThatGrowsTakesThePopoverWithIt)
@@ -144,17 +177,41 @@ TEST_F(NativePopoverHostTest, AnyOtherKeyDoesNot)
 TEST_F(NativePopoverHostTest, TheRestOfTheClickThatClosedItDoesNotOpenItAgain)
 {
     show();
-    fake_mac::pressElsewhere();
-    stage.system.uptime += 0.1;
+    pressItem();
+    stage.system.uptime += 1.5; // held down
     EXPECT_FALSE(host->takesClick());
     EXPECT_TRUE(host->takesClick()) << "it was one click";
 }
 
-TEST_F(NativePopoverHostTest, ALaterClickOpensItAgain)
+TEST_F(NativePopoverHostTest, APressElsewhereHoldsNoClickBack)
 {
     show();
     fake_mac::pressElsewhere();
-    stage.system.uptime += 1.0;
+    stage.system.uptime += 0.1;
+    EXPECT_TRUE(host->takesClick());
+}
+
+TEST_F(NativePopoverHostTest, APressOfTheOtherButtonHoldsNoClickBack)
+{
+    show();
+    stage.system.pointerOnItem = true;
+    fake_mac::pressElsewhere(fake_mac::kRight); // for the menu
+    EXPECT_TRUE(host->takesClick());
+}
+
+TEST_F(NativePopoverHostTest, AClosingWithoutAPressHoldsNoClickBack)
+{
+    show();
+    stage.system.pointerOnItem = true;
+    fake_mac::closePopover(); // as at a switch to another space
+    EXPECT_TRUE(host->takesClick());
+}
+
+TEST_F(NativePopoverHostTest, APressThatNeverBecameAClickHoldsNoneBackForLong)
+{
+    show();
+    pressItem();
+    stage.system.uptime += 3.0;
     EXPECT_TRUE(host->takesClick());
 }
 
@@ -167,14 +224,17 @@ TEST_F(NativePopoverHostTest, AClosingOnRequestDoesNotHoldBackTheNextOpening)
     EXPECT_TRUE(host->isShown());
 }
 
-TEST_F(NativePopoverHostTest, AClosingThatEndsAfterTheNextOpeningLeavesTheNewContent)
+TEST_F(NativePopoverHostTest, AnOpeningWaitsForNoClosingAnimation)
 {
     stage.system.popoverClosesAtOnce = false;
     show();
+    const QPointer<QWidget> first = content;
     host->close();
     show();
+    EXPECT_TRUE(host->isShown());
     fake_mac::finishPopoverAnimation();
     runEventLoop();
+    EXPECT_TRUE(first.isNull());
     EXPECT_TRUE(host->isShown());
     EXPECT_FALSE(content.isNull());
     EXPECT_TRUE(stage.popover.hasContent);

@@ -5,7 +5,8 @@
 
 #pragma clang assume_nonnull begin
 
-@class CADisplayLink, NSEvent, NSImage, NSMenu, NSMenuItem, NSStatusBar, NSStatusBarButton, NSView, NSWindow;
+@class CADisplayLink, NSEvent, NSImage, NSMenu, NSMenuItem, NSNotificationCenter, NSScreen, NSStatusBar,
+    NSStatusBarButton, NSView, NSWindow;
 
 @interface NSResponder : NSObject
 @end
@@ -138,6 +139,7 @@ typedef NSString* NSStatusItemAutosaveName;
 
 @interface NSStatusBar : NSObject
 @property (class, readonly, strong) NSStatusBar* systemStatusBar;
+@property (readonly) CGFloat thickness;
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length;
 - (void)removeStatusItem:(NSStatusItem*)item;
 @end
@@ -210,6 +212,8 @@ typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
 };
 
 @interface NSWindow : NSResponder
+@property (readonly) NSRect frame;
+@property (nullable, readonly, strong) NSScreen* screen;
 @property (readonly) NSWindowOcclusionState occlusionState;
 - (void)makeKeyWindow;
 - (BOOL)makeFirstResponder:(nullable NSResponder*)responder;
@@ -224,11 +228,15 @@ typedef NS_ENUM(NSUInteger, NSEventType) {
 
 @interface NSEvent : NSObject
 @property (readonly) NSEventType type;
+@property (readonly) NSTimeInterval timestamp;
+@property (class, readonly) NSPoint mouseLocation;
+@property (class, readonly) NSUInteger pressedMouseButtons;
 @end
 
 @interface NSScreen : NSObject
 @property (class, nullable, readonly, strong) NSScreen* mainScreen;
 @property (readonly) NSRect visibleFrame;
+@property (readonly) NSInteger maximumFramesPerSecond AMPERLY_SINCE_MACOS(12.0);
 @end
 
 typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
@@ -253,8 +261,11 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 @end
 extern "C" __kindof NSApplication* _Null_unspecified NSApp;
 
+extern "C" const NSNotificationName
+    NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification AMPERLY_SINCE_MACOS(10.10);
 @interface NSWorkspace : NSObject
 @property (class, readonly, strong) NSWorkspace* sharedWorkspace;
+@property (readonly, strong) NSNotificationCenter* notificationCenter;
 - (BOOL)openURL:(NSURL*)url;
 @property (readonly) BOOL accessibilityDisplayShouldReduceMotion;
 @property (readonly) BOOL accessibilityDisplayShouldIncreaseContrast;

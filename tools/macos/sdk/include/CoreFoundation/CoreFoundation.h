@@ -62,6 +62,13 @@ CFTypeID CFDictionaryGetTypeID(void);
 void CFDictionaryApplyFunction(
     CFDictionaryRef dictionary, CFDictionaryApplierFunction applier, void* context);
 
+typedef CFStringRef CFRunLoopMode;
+typedef int32_t CFRunLoopRunResult;
+typedef double CFTimeInterval;
+extern const CFRunLoopMode kCFRunLoopDefaultMode;
+CFRunLoopRunResult CFRunLoopRunInMode(
+    CFRunLoopMode mode, CFTimeInterval seconds, Boolean returnAfterSourceHandled);
+
 #ifdef __cplusplus
 }
 #endif

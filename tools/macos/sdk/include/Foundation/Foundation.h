@@ -36,6 +36,8 @@ static inline NSSize NSMakeSize(CGFloat width, CGFloat height)
     return CGSize{width, height};
 }
 
+extern "C" BOOL NSPointInRect(NSPoint point, NSRect rect);
+
 #define NS_ENUM(type, name)                                                                                  \
     enum name : type name;                                                                                   \
     enum name : type
@@ -105,6 +107,11 @@ static const NSStringEncoding NSUTF32LittleEndianStringEncoding = 0x9c000100;
 @end
 
 #if !defined(__APPLE__)
+// What `@autoreleasepool` stands for there.
+@interface NSAutoreleasePool : NSObject
+- (void)drain;
+@end
+
 // A literal, as the runtime of the fakes lays it out: class, bytes (in _fakeState), length.
 @interface NSConstantString : NSString {
 @public
@@ -137,8 +144,10 @@ typedef NSString* NSAttributedStringKey;
                     attributes:(nullable NSDictionary<NSAttributedStringKey, id>*)attributes;
 @end
 
+extern "C" const NSNotificationName NSCurrentLocaleDidChangeNotification;
 @interface NSLocale : NSObject
 @property (class, readonly, copy) NSLocale* currentLocale;
+@property (class, readonly, strong) NSLocale* autoupdatingCurrentLocale;
 + (instancetype)localeWithLocaleIdentifier:(NSString*)identifier;
 @end
 
@@ -224,6 +233,8 @@ extern "C" const NSRunLoopMode NSRunLoopCommonModes;
 
 extern "C" const NSNotificationName NSUserDefaultsDidChangeNotification;
 @interface NSUserDefaults : NSObject
+- (nullable instancetype)initWithSuiteName:(nullable NSString*)name;
+- (void)removePersistentDomainForName:(NSString*)name;
 @property (class, readonly, strong) NSUserDefaults* standardUserDefaults;
 - (nullable id)objectForKey:(NSString*)key;
 - (void)setObject:(nullable id)value forKey:(NSString*)key;
