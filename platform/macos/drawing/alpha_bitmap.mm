@@ -1,6 +1,7 @@
 #include "platform/macos/drawing/alpha_bitmap.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace amperly {
 namespace {
@@ -12,16 +13,20 @@ constexpr NSInteger kAlpha = 3; // behind red, green and blue
 
 NSBitmapImageRep* clearBitmap(int width, int height)
 {
-    return [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
-                                                   pixelsWide:width
-                                                   pixelsHigh:height
-                                                bitsPerSample:8
-                                              samplesPerPixel:kBytesPerPixel
-                                                     hasAlpha:YES
-                                                     isPlanar:NO
-                                               colorSpaceName:NSDeviceRGBColorSpace
-                                                  bytesPerRow:0
-                                                 bitsPerPixel:0];
+    NSBitmapImageRep* const bitmap = [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
+                                                                             pixelsWide:width
+                                                                             pixelsHigh:height
+                                                                          bitsPerSample:8
+                                                                        samplesPerPixel:kBytesPerPixel
+                                                                               hasAlpha:YES
+                                                                               isPlanar:NO
+                                                                         colorSpaceName:NSDeviceRGBColorSpace
+                                                                            bytesPerRow:0
+                                                                           bitsPerPixel:0];
+    // Nobody promises what is in the memory that the system has taken for it.
+    if (unsigned char* const bytes = bitmap.bitmapData)
+        std::memset(bytes, 0, static_cast<std::size_t>(bitmap.bytesPerRow * bitmap.pixelsHigh));
+    return bitmap;
 }
 
 void inkBitmap(NSBitmapImageRep* bitmap, const CoverageMask& mask)

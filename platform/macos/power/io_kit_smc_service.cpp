@@ -30,8 +30,8 @@ std::int32_t IoKitSmcService::callStruct(std::uint32_t connection, std::uint32_t
 
 void IoKitSmcService::close(std::uint32_t connection)
 {
-    if (connection != IO_OBJECT_NULL)
-        IOServiceClose(connection);
+    // The kernel answers no handle with an error and does nothing.
+    IOServiceClose(connection);
 }
 
 } // namespace amperly

@@ -14,8 +14,11 @@ NSTimer* makeTimer(double interval, std::function<void()> action)
     return [NSTimer timerWithTimeInterval:interval
                                   repeats:YES
                                     block:^(NSTimer*) {
-                                        const auto running = held;
-                                        (*running)();
+                                        // A run loop that the toolkit runs need not have one.
+                                        @autoreleasepool {
+                                            const auto running = held;
+                                            (*running)();
+                                        }
                                     }];
 }
 

@@ -53,6 +53,7 @@ struct Machine {
     int allocationsUntilFailure = -1; ///< 0 lets the next one fail, once; negative lets none fail
     bool dictionaryKeysAreNumbers = false; ///< for the dictionaries copied from now on
 
+    std::vector<io_connect_t> closed; ///< what IOServiceClose was asked to close; nothing is no misuse
     std::vector<Data> requests; ///< every struct call's bytes, as they were sent
 };
 

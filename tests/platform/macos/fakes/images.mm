@@ -81,7 +81,7 @@ const NSColorSpaceName NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
     BitmapFields& bitmap = fields<BitmapFields>(self);
     bitmap.pixelsWide = width;
     bitmap.pixelsHigh = height;
-    bitmap.bytes.resize(static_cast<size_t>(self.bytesPerRow * height));
+    bitmap.bytes.resize(static_cast<size_t>(self.bytesPerRow * height), 0x55); // what was there before
     return self;
 }
 

@@ -198,7 +198,8 @@ kern_return_t IOServiceOpen(io_service_t service, task_port_t task, uint32_t typ
 
 kern_return_t IOServiceClose(io_connect_t connection)
 {
-    return giveBack(connection, true, "IOServiceClose");
+    theMachine.closed.push_back(connection);
+    return connection == IO_OBJECT_NULL ? kIOReturnBadArgument : giveBack(connection, true, "IOServiceClose");
 }
 
 kern_return_t IOObjectRelease(io_object_t object)

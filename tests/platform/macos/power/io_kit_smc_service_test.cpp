@@ -57,9 +57,10 @@ TEST_F(IoKitSmcServiceTest, NoMemoryForTheLookUpOpensNothing)
     EXPECT_FALSE(service.open("AppleSMC").opened);
 }
 
-TEST_F(IoKitSmcServiceTest, ClosingNoConnectionDoesNothing)
+TEST_F(IoKitSmcServiceTest, AClientThatCouldNotOpenClosesWhateverHandleItHas)
 {
-    service.close(0);
+    EXPECT_EQ(SMC::open(service), nullptr);
+    EXPECT_THAT(fake_mac::machine().closed, testing::ElementsAre(0U));
 }
 
 TEST_F(IoKitSmcServiceTest, TheKernelsCodeComesBack)

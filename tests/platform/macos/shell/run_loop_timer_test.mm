@@ -30,6 +30,15 @@ TEST_F(RunLoopTimerTest, TheSystemIsToldTheTolerance)
     EXPECT_EQ(timer->intervalSeconds(), 5.0);
 }
 
+TEST_F(RunLoopTimerTest, WhatATickHandsOutGoesWithTheTick)
+{
+    int pools = 0;
+    const auto timer = timers.start(2.0, 0.5, [&] { pools = stage.autoreleasePools; });
+    fake_mac::advance(2.0);
+    EXPECT_EQ(pools, 1);
+    EXPECT_EQ(stage.autoreleasePools, 0);
+}
+
 TEST_F(RunLoopTimerTest, ATimersEndStopsIt)
 {
     auto timer = timers.start(1.0, 0.25, [this] { ++ticks; });
