@@ -5,6 +5,7 @@
 #include "app/app_delegate.h"
 #include "platform/macos/accessibility/display_settings.h"
 #include "platform/macos/frames/display_link_frames.h"
+#include "platform/macos/locale/locale_watch.h"
 #include "platform/macos/login/main_app_login_item.h"
 #include "platform/macos/menubar/menu_bar_item.h"
 #include "platform/macos/power/io_kit_registry.h"
@@ -53,6 +54,7 @@ private:
     const PowerReader::Sources m_sources{m_smcService, m_registry};
 
     AppDelegate m_delegate;
+    const LocaleWatch m_locale{[this] { m_delegate.localeChanged(); }};
 };
 
 } // namespace amperly

@@ -11,11 +11,11 @@
 namespace amperly {
 namespace {
 
-/// `localeId` as the system names locales; empty for the user's own.
+/// `localeId` as the system names locales; empty for the user's own, whatever it becomes.
 NSNumberFormatter* formatterFor(const std::string& localeId, int fractionDigits)
 {
     NSNumberFormatter* const formatter = [NSNumberFormatter new];
-    formatter.locale = localeId.empty() ? NSLocale.currentLocale
+    formatter.locale = localeId.empty() ? NSLocale.autoupdatingCurrentLocale
                                         : [NSLocale localeWithLocaleIdentifier:nsString(localeId)];
     formatter.numberStyle = NSNumberFormatterDecimalStyle;
     formatter.roundingMode = NSNumberFormatterRoundHalfEven;

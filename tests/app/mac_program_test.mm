@@ -91,7 +91,7 @@ TEST_F(MacProgramTest, TheFirstReadingIsThereAtOnce)
     launch();
     EXPECT_EQ(stage.item.toolTip, "Mac using 14.0 W");
     EXPECT_GT(stage.item.width, 20.0);
-    EXPECT_EQ(stage.item.height, 22.0);
+    EXPECT_EQ(stage.item.height, 24.0); // as the bar
     EXPECT_TRUE(stage.item.isTemplate);
 }
 
@@ -294,6 +294,33 @@ TEST_F(MacProgramTest, TheSettingsWindowFitsTheScreen)
     EXPECT_EQ(settingsWindow()->size(), QSize(420, 640));
     EXPECT_TRUE(settingsWindow()->windowFlags().testFlag(Qt::WindowCloseButtonHint));
     EXPECT_FALSE(settingsWindow()->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+}
+
+// The user's ways
+
+TEST_F(MacProgramTest, AnotherRegionsNumbersShowAtOnce)
+{
+    launch();
+    fake_mac::click(kLeft);
+    const NumberEnvironment german{"de_DE.UTF-8"};
+    fake_mac::changeLocale("de_DE");
+    EXPECT_EQ(stage.item.toolTip, "Mac using 14,0 W");
+    EXPECT_THAT(stage.item.spokenLabel, testing::HasSubstr("14,0 W"));
+    EXPECT_EQ(program->delegate().menu().entries()[0].title, "Mac using: 14,0 W");
+    const NumberEnvironment english{"en_US.UTF-8"};
+    fake_mac::changeLocale("en_US");
+    EXPECT_EQ(stage.item.toolTip, "Mac using 14.0 W");
+}
+
+TEST_F(MacProgramTest, AnOpenPanelComesToRestForThoseWhoAskForThat)
+{
+    launch();
+    fake_mac::click(kLeft);
+    EXPECT_EQ(stage.displayLinks, 1);
+    fake_mac::changeDisplaySettings(true, false);
+    EXPECT_EQ(stage.displayLinks, 0);
+    fake_mac::changeDisplaySettings(false, false);
+    EXPECT_EQ(stage.displayLinks, 1);
 }
 
 // Preferences

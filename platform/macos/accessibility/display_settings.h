@@ -2,7 +2,10 @@
 #pragma once
 
 #include "platform/contrast_setting.h"
+#include "platform/macos/foundation/notification_observer.h"
 #include "platform/motion_setting.h"
+
+#include <memory>
 
 namespace amperly {
 
@@ -10,6 +13,12 @@ class DisplaySettings : public MotionSetting, public ContrastSetting {
 public:
     [[nodiscard]] bool reducesMotion() const override;
     [[nodiscard]] bool increasesContrast() const override;
+
+    /// Calls `handler` after each change of them, whichever it was.
+    void onDidChange(std::function<void()> handler);
+
+private:
+    std::unique_ptr<NotificationObserver> m_observer;
 };
 
 } // namespace amperly

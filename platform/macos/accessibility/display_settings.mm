@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include <utility>
+
 namespace amperly {
 
 bool DisplaySettings::reducesMotion() const
@@ -12,6 +14,12 @@ bool DisplaySettings::reducesMotion() const
 bool DisplaySettings::increasesContrast() const
 {
     return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast == YES;
+}
+
+void DisplaySettings::onDidChange(std::function<void()> handler)
+{
+    m_observer = std::make_unique<NotificationObserver>(NSWorkspace.sharedWorkspace.notificationCenter,
+        NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, std::move(handler));
 }
 
 } // namespace amperly

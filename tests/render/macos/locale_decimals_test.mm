@@ -22,6 +22,13 @@ TEST_F(LocaleDecimalsTest, TheUsersOwnLocaleIsTheSystems)
     EXPECT_EQ(LocaleDecimals(numberLocaleOfUser(), 1).text(12.5), "12,5");
 }
 
+TEST_F(LocaleDecimalsTest, TheUsersOwnLocaleIsFollowed)
+{
+    const LocaleDecimals decimals(numberLocaleOfUser(), 1);
+    fake_mac::changeLocale("de_DE");
+    EXPECT_EQ(decimals.text(12.5), "12,5");
+}
+
 TEST_F(LocaleDecimalsTest, TheSignsOfALocaleAreKnown)
 {
     const auto symbols = numberSymbols("de_DE");

@@ -27,5 +27,18 @@ TEST_F(DisplaySettingsTest, EachSettingIsToldApart)
     EXPECT_TRUE(settings.increasesContrast());
 }
 
+TEST_F(DisplaySettingsTest, AChangeIsTold)
+{
+    int changes = 0;
+    DisplaySettings watched;
+    watched.onDidChange([&] {
+        ++changes;
+        EXPECT_TRUE(watched.increasesContrast());
+    });
+    EXPECT_EQ(stage.observers, 1);
+    fake_mac::changeDisplaySettings(false, true);
+    EXPECT_EQ(changes, 1);
+}
+
 } // namespace
 } // namespace amperly
