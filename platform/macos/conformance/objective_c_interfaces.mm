@@ -3,8 +3,10 @@
 
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
+#import <QuartzCore/QuartzCore.h>
 #import <ServiceManagement/ServiceManagement.h>
 
+#include <cstddef>
 #include <type_traits>
 
 namespace {
@@ -21,12 +23,25 @@ static_assert(NSPopoverBehaviorTransient == 1);
 static_assert(NSRectEdgeMinY == 1);
 static_assert(NSViewWidthSizable == 2 && NSViewHeightSizable == 16);
 static_assert(NSApplicationActivationPolicyAccessory == 1);
+static_assert(NSWindowOcclusionStateVisible == 1UL << 1);
+static_assert(is<NSFontWeight, CGFloat>);
+static_assert(is<decltype(NSFontWeightRegular), const NSFontWeight>);
+static_assert(is<decltype(NSFontWeightMedium), const NSFontWeight>);
+static_assert(is<decltype(&NSPointInRect), BOOL (*)(NSPoint, NSRect)>);
 
 // Foundation
 static_assert(NSUTF8StringEncoding == 4 && NSUTF32LittleEndianStringEncoding == 0x9c000100);
 static_assert(NSNumberFormatterDecimalStyle == 1 && NSNumberFormatterRoundHalfEven == 4);
 static_assert(is<NSInteger, long> && is<NSUInteger, unsigned long> && is<NSTimeInterval, double>);
-static_assert(is<NSRect, CGRect> && is<NSSize, CGSize>);
+static_assert(is<NSRect, CGRect> && is<NSSize, CGSize> && is<NSPoint, CGPoint>);
+static_assert(is<decltype(&NSLog), void (*)(NSString*, ...)>);
+
+// QuartzCore
+static_assert(is<decltype(&CAFrameRateRangeMake), CAFrameRateRange (*)(float, float, float)>);
+static_assert(sizeof(CAFrameRateRange) == 3 * sizeof(float));
+static_assert(is<decltype(CAFrameRateRange::minimum), float> && offsetof(CAFrameRateRange, minimum) == 0);
+static_assert(is<decltype(CAFrameRateRange::maximum), float> && offsetof(CAFrameRateRange, maximum) == 4);
+static_assert(is<decltype(CAFrameRateRange::preferred), float> && offsetof(CAFrameRateRange, preferred) == 8);
 
 // ServiceManagement
 static_assert(SMAppServiceStatusNotRegistered == 0 && SMAppServiceStatusEnabled == 1);
@@ -34,7 +49,7 @@ static_assert(SMAppServiceStatusRequiresApproval == 2 && SMAppServiceStatusNotFo
 
 // What objects answer; never called.
 [[maybe_unused]] void typesOfAnswers(NSStatusItem* item, NSBitmapImageRep* bitmap, NSPopover* popover,
-    NSEvent* event, NSScreen* screen, NSTimer* timer, NSNumber* number, NSMenuItem* entry)
+    NSEvent* event, NSScreen* screen, NSTimer* timer, NSNumber* number, NSMenuItem* entry, NSWindow* window)
 {
     static_assert(is<decltype(item.button), NSStatusBarButton*>);
     static_assert(is<decltype(item.menu), NSMenu*>);
@@ -44,7 +59,14 @@ static_assert(SMAppServiceStatusRequiresApproval == 2 && SMAppServiceStatusNotFo
     static_assert(is<decltype(popover.contentSize), NSSize>);
     static_assert(is<decltype(popover.shown), BOOL>);
     static_assert(is<decltype(event.type), NSEventType>);
+    static_assert(is<decltype(event.timestamp), NSTimeInterval>);
+    static_assert(is<decltype(NSEvent.mouseLocation), NSPoint>);
+    static_assert(is<decltype(NSEvent.pressedMouseButtons), NSUInteger>);
     static_assert(is<decltype(screen.visibleFrame), NSRect>);
+    static_assert(is<decltype(screen.maximumFramesPerSecond), NSInteger>);
+    static_assert(is<decltype(NSStatusBar.systemStatusBar.thickness), CGFloat>);
+    static_assert(is<decltype(window.frame), NSRect>);
+    static_assert(is<decltype(window.occlusionState), NSWindowOcclusionState>);
     static_assert(is<decltype(timer.tolerance), NSTimeInterval>);
     static_assert(is<decltype(number.longLongValue), long long>);
     static_assert(is<decltype(entry.tag), NSInteger>);

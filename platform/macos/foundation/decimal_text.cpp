@@ -4,10 +4,11 @@
 #include "platform/decimal_text.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 #include <string>
 
-#include <xlocale.h>
+#include <xlocale.h> // has strtod_l only for those who have read <cstdlib> before
 
 namespace amperly {
 
