@@ -3,10 +3,11 @@
 import os
 import unittest
 
-from support import DesktopTest, InXfce, write_preferences
+from support import DesktopTest, InWaybar, InXfce, write_preferences
 
 from desktop import accessible
 from desktop.amperly import Amperly
+from desktop.power_machine import PowerMachine
 
 WIDTH = 420
 PICKERS = ["Mac power usage", "Charger input", "Battery charging / draining", "Mac icon", "Update every",
@@ -18,7 +19,7 @@ BUTTONS = ["☕ Buy me a coffee", "Reset to Defaults"]
 GROUPS = ["Preview", "Readings", "Format", "General", "Amperly"]
 
 
-class Form(InXfce, DesktopTest):
+class Form(DesktopTest):
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
@@ -33,9 +34,11 @@ class Form(InXfce, DesktopTest):
     def open_window(self):
         self.amperly.start_again().wait()
         self.window = self.eventually(self.amperly.settings_windows, "the settings window")[0]
-        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.number,
-                         "windowfocus", "--sync", self.window.number)
+        self.focus_window()
         self.eventually(lambda: any("focused" in node["states"] for node in self.nodes()), "the focus")
+
+    def focus_window(self):
+        """Gives the window the keyboard, where the desktop does not do so by itself."""
 
     def nodes(self):
         return list(accessible.walk(accessible.tree_of(self.desktop, self.amperly.pid)))
@@ -77,7 +80,45 @@ class Form(InXfce, DesktopTest):
         self.eventually(lambda: self.pictures() != before, f"the status item to follow {keys}")
 
 
-class SettingsByLetter(Form):
+class FormInXfce(InXfce, Form):
+    def focus_window(self):
+        self.desktop.run("xdotool", "windowactivate", "--sync", self.window.number,
+                         "windowfocus", "--sync", self.window.number)
+
+
+class SettingsOfAWideItem(InWaybar, Form):
+    def plugged_in(self, **battery):
+        self.machine = PowerMachine(self.desktop)
+        self.machine.add_adapter(online=1)
+        self.machine.add_battery(**battery)
+        self.start(updateInterval=60)
+        self.open_window()
+
+    def test_every_setting_of_the_item_shows_in_it_at_once(self):
+        self.plugged_in(status="Charging")
+        for keys, key, value in [
+                (("alt+m", "Down"), "macStyle", "valueOnly"),
+                (("alt+m", "Up"), "macStyle", "iconAndValue"),
+                (("alt+c", "Down"), "chargerStyle", "valueOnly"),
+                (("alt+b", "Down"), "batteryStyle", "valueOnly"),
+                (("alt+i", "Down"), "macIcon", "bolt.fill"),
+                (("alt+u",), "showUnitStacked", "true"),
+                (("alt+l", "Right"), "stackedLayout", "false"),
+                (("alt+u",), "showUnit", "false"),
+                (("alt+d", "Left"), "decimals", "0"),
+                (("alt+t",), "largeText", "true"),
+                (("alt+s",), "compactSpacing", "true")]:
+            with self.subTest(key=key):
+                self.follows(*keys)
+                self.wait_until_stored(key, value)
+
+    def test_idle_battery_leaves_at_once(self):
+        self.plugged_in(status="Full", power_now=0, capacity=100)
+        self.follows("alt+h")
+        self.wait_until_stored("hideIdleBattery", "true")
+
+
+class SettingsByLetter(FormInXfce):
     def test_every_control_is_set_and_the_status_item_follows(self):
         self.open(updateInterval=2)
         for keys, key, value in [
@@ -136,7 +177,7 @@ class SettingsByLetter(Form):
                         "the keys to go")
 
 
-class SettingsByTab(Form):
+class SettingsByTab(FormInXfce):
     def test_tab_visits_every_control_and_keys_change_it(self):
         self.open(updateInterval=2, decimals=1)
         visited = []
@@ -168,7 +209,7 @@ class SettingsByTab(Form):
         self.stays(lambda: self.stored()["macStyle"] == "iconOnly", "Escape chose something")
 
 
-class SettingsReadAloud(Form):
+class SettingsReadAloud(FormInXfce):
     def test_window_and_groups_say_their_names(self):
         self.open()
         self.assertEqual(self.nodes()[0]["name"], "Amperly Settings")
@@ -213,7 +254,7 @@ class SettingsReadAloud(Form):
         return next(node for node in self.nodes() if node["role"] == "image")
 
 
-class SettingsOnTheScreen(Form):
+class SettingsOnTheScreen(FormInXfce):
     def test_small_window_scrolls_to_where_the_keyboard_goes(self):
         self.open()
         self.desktop.run("xdotool", "windowsize", "--sync", self.window.number, WIDTH, 300)

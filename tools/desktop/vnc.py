@@ -5,6 +5,7 @@ for a picture.
 """
 
 import socket
+import string
 import struct
 
 from .waiting import DesktopError
@@ -13,7 +14,8 @@ TIMEOUT_SECONDS = 10
 NO_AUTHENTICATION = 1
 
 KEYS = {"Escape": 0xFF1B, "Return": 0xFF0D, "Tab": 0xFF09, "Up": 0xFF52, "Down": 0xFF54, "End": 0xFF57,
-        "ctrl": 0xFFE3, "comma": 0x2C, "q": 0x71}
+        "Left": 0xFF51, "Right": 0xFF53, "ctrl": 0xFFE3, "alt": 0xFFE9, "comma": 0x2C,
+        **{letter: ord(letter) for letter in string.ascii_lowercase}}
 
 
 class VncInput:
