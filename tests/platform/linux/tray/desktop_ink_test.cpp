@@ -7,10 +7,16 @@
 namespace amperly {
 namespace {
 
+/// Goes back to the palette that there was, after all that listens has gone.
+struct UsualPalette {
+    UsualPalette() = default;
+    UsualPalette(const UsualPalette&) = delete;
+    UsualPalette& operator=(const UsualPalette&) = delete;
+    ~UsualPalette() { QGuiApplication::setPalette(QPalette()); }
+};
+
 class PaletteInkTest : public testing::Test {
 protected:
-    ~PaletteInkTest() override { QGuiApplication::setPalette(QPalette()); }
-
     static void paletteBecomes(QColor text)
     {
         QPalette palette;
@@ -18,14 +24,15 @@ protected:
         QGuiApplication::setPalette(palette);
     }
 
+    UsualPalette after;
+    Ink told{};
+    int tellings = 0;
     DesktopInk ink{nullptr};
 };
 
 TEST_F(PaletteInkTest, PaletteThatChangesIsNewsAtOnce)
 {
     paletteBecomes(QColor(0x23, 0x26, 0x29));
-    Ink told{};
-    int tellings = 0;
     ink.onChanged([&] {
         told = ink.ink(PanelInk::Palette);
         ++tellings;
