@@ -1,5 +1,7 @@
 #include "platform/linux/bus/portal_setting.h"
 
+#include "platform/linux/bus/portal_question.h"
+
 #include <string>
 #include <utility>
 
@@ -7,8 +9,6 @@ namespace amperly {
 
 namespace {
 
-constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
-constexpr const char* kPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kInterface = "org.freedesktop.portal.Settings";
 
 } // namespace
@@ -16,8 +16,8 @@ constexpr const char* kInterface = "org.freedesktop.portal.Settings";
 PortalSetting::PortalSetting(BusConnection& connection, const char* group, const char* key, Arrived arrived)
     : m_connection(connection), m_group(group), m_key(key), m_arrived(std::move(arrived))
 {
-    const std::string rule = std::string("type='signal',sender='") + kPortal + "',interface='" + kInterface
-        + "',member='SettingChanged',arg0='" + m_group + "',arg1='" + m_key + '\'';
+    const std::string rule = std::string("type='signal',sender='") + kPortalName + "',interface='"
+        + kInterface + "',member='SettingChanged',arg0='" + m_group + "',arg1='" + m_key + '\'';
     sd_bus_slot* slot = nullptr;
     sd_bus_add_match_async(m_connection.bus(), &slot, rule.c_str(), changed, nullptr, this);
     m_match.reset(slot);
@@ -26,16 +26,7 @@ PortalSetting::PortalSetting(BusConnection& connection, const char* group, const
 
 void PortalSetting::refresh()
 {
-    sd_bus_message* call = nullptr;
-    if (sd_bus_message_new_method_call(m_connection.bus(), &call, kPortal, kPath, kInterface, "Read") < 0)
-        return;
-    const BusMessage owner(call);
-    sd_bus_message_set_auto_start(call, 0);
-    sd_bus_message_append(call, "ss", m_group, m_key);
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_async(m_connection.bus(), &slot, call, answered, this, 0);
-    m_call.reset(slot);
-    m_connection.settle();
+    m_call = askPortal(m_connection, {kInterface, "Read", m_group, m_key}, answered, this);
 }
 
 int PortalSetting::answered(sd_bus_message* reply, void* self, sd_bus_error*)

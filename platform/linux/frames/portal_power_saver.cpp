@@ -1,5 +1,7 @@
 #include "platform/linux/frames/portal_power_saver.h"
 
+#include "platform/linux/bus/portal_question.h"
+
 #include <string>
 #include <string_view>
 
@@ -7,8 +9,6 @@ namespace amperly {
 
 namespace {
 
-constexpr const char* kPortal = "org.freedesktop.portal.Desktop";
-constexpr const char* kPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kMonitor = "org.freedesktop.portal.PowerProfileMonitor";
 constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
 constexpr const char* kSaver = "power-saver-enabled";
@@ -19,22 +19,12 @@ PortalPowerSaver::PortalPowerSaver(BusConnection* connection)
 {
     if (connection == nullptr)
         return;
-    const std::string rule = std::string("type='signal',sender='") + kPortal + "',path='" + kPath
+    const std::string rule = std::string("type='signal',sender='") + kPortalName + "',path='" + kPortalPath
         + "',interface='" + kProperties + "',member='PropertiesChanged',arg0='" + kMonitor + '\'';
     sd_bus_slot* slot = nullptr;
     sd_bus_add_match_async(connection->bus(), &slot, rule.c_str(), changed, nullptr, this);
     m_match.reset(slot);
-
-    sd_bus_message* call = nullptr;
-    if (sd_bus_message_new_method_call(connection->bus(), &call, kPortal, kPath, kProperties, "Get") < 0)
-        return;
-    const BusMessage owner(call);
-    sd_bus_message_set_auto_start(call, 0);
-    sd_bus_message_append(call, "ss", kMonitor, kSaver);
-    slot = nullptr;
-    sd_bus_call_async(connection->bus(), &slot, call, answered, this, 0);
-    m_call.reset(slot);
-    connection->settle();
+    m_call = askPortal(*connection, {kProperties, "Get", kMonitor, kSaver}, answered, this);
 }
 
 void PortalPowerSaver::take(sd_bus_message* value)
