@@ -4,6 +4,7 @@
 #include "tests/support/server_process.h"
 
 #include <QApplication>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -39,6 +40,22 @@ public:
 private:
     ServerProcess m_server;
     std::unique_ptr<QApplication> m_application; ///< leaves before the server
+};
+
+/// A display that all tests of a suite share; they are skipped where there is none.
+class PrivateDisplayTest : public testing::Test {
+public:
+    static void SetUpTestSuite() { s_display = std::make_unique<PrivateDisplay>(); }
+    static void TearDownTestSuite() { s_display.reset(); }
+
+protected:
+    void SetUp() override
+    {
+        if (!s_display->isThere())
+            GTEST_SKIP() << "There is no Xvfb here to show anything on.";
+    }
+
+    static inline std::unique_ptr<PrivateDisplay> s_display;
 };
 
 } // namespace amperly

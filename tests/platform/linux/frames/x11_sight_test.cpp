@@ -19,16 +19,13 @@ namespace amperly {
 namespace {
 
 /// On an X server of its own, without a window manager.
-class X11SightTest : public testing::Test {
-public:
-    static void SetUpTestSuite() { s_display = std::make_unique<PrivateDisplay>(); }
-    static void TearDownTestSuite() { s_display.reset(); }
-
+class X11SightTest : public PrivateDisplayTest {
 protected:
     void SetUp() override
     {
-        if (!s_display->isThere())
-            GTEST_SKIP() << "There is no Xvfb here to show a window on.";
+        PrivateDisplayTest::SetUp();
+        if (IsSkipped())
+            return;
         window = std::make_unique<QWidget>(nullptr, Qt::BypassWindowManagerHint);
         window->setGeometry(50, 50, 100, 100);
         window->show();
@@ -52,7 +49,6 @@ protected:
         return runUntil([&] { return timer.elapsed() > milliseconds; });
     }
 
-    static inline std::unique_ptr<PrivateDisplay> s_display;
     std::unique_ptr<QWidget> window;
 };
 

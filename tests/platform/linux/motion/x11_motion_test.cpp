@@ -11,14 +11,8 @@ namespace amperly {
 namespace {
 
 /// On an X server of its own, where nobody else publishes settings.
-class X11MotionTest : public testing::Test {
+class X11MotionTest : public PrivateDisplayTest {
 protected:
-    void SetUp() override
-    {
-        if (!display.isThere())
-            GTEST_SKIP() << "There is no Xvfb here to publish settings on.";
-    }
-
     /// As a desktop's daemon does, which here shares the toolkit's connection.
     static void publish(const SerialisedSettings& settings)
     {
@@ -34,8 +28,6 @@ protected:
     }
 
     static bool reducesMotion() { return DesktopMotion(nullptr, "/nonexistent", "XFCE").reducesMotion(); }
-
-    PrivateDisplay display;
 };
 
 TEST_F(X11MotionTest, ADesktopThatPublishesNoAnimationsReducesMotion)

@@ -20,16 +20,13 @@ using test::TrayManners;
 
 constexpr std::uint32_t kNoAlphaByte = 0x00ffffff;
 
-class XEmbedItemTest : public testing::Test {
-public:
-    static void SetUpTestSuite() { s_display = std::make_unique<PrivateDisplay>(); }
-    static void TearDownTestSuite() { s_display.reset(); }
-
+class XEmbedItemTest : public PrivateDisplayTest {
 protected:
     void SetUp() override
     {
-        if (!s_display->isThere())
-            GTEST_SKIP() << "There is no Xvfb here to dock into a tray on.";
+        PrivateDisplayTest::SetUp();
+        if (IsSkipped())
+            return;
         item
             = XEmbedItem::create({.ink = [this] { return ink; }, .hoverDelay = std::chrono::milliseconds(0)});
         ASSERT_TRUE(item);
@@ -64,8 +61,6 @@ protected:
         show();
         ASSERT_TRUE(runUntil([&] { return tray->iconName() == mark; }));
     }
-
-    static inline std::unique_ptr<PrivateDisplay> s_display;
 
     Ink ink{0xffffffff};
     BlockPicture picture{110.0};
