@@ -25,9 +25,12 @@ target_compile_options(amperly_options INTERFACE
     -Wconversion          # pixel maths quietly losing its fraction
     -Wshadow              # an inner name hiding the one that was meant
     -Wnon-virtual-dtor    # interfaces deleted through their base
-    -Werror               # a warning that may stay is a warning nobody reads
     -ffunction-sections -fdata-sections  # what is not used is not mapped at run time
 )
+if(AMPERLY_WARNINGS_AS_ERRORS)
+    # A warning that may stay is a warning nobody reads. Somebody whose compiler is newer than ours reads it and builds.
+    target_compile_options(amperly_options INTERFACE -Werror)
+endif()
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "arm64|aarch64")
     # There a product and a sum become one operation, rounded once instead of twice, wherever the compiler likes. What
     # is drawn and written would depend on it, and exact tests would hold on one processor only.
@@ -36,6 +39,9 @@ endif()
 # Toolkit slots reached by name only would hide a typing error until run time.
 target_compile_definitions(amperly_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
+# What any version of the toolkit so far deprecates is not there to be called. 6.4 knows the second macro only.
+target_compile_definitions(amperly_options INTERFACE
+    QT_DISABLE_DEPRECATED_UP_TO=0x060b00 QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(APPLE)
     target_link_options(amperly_options INTERFACE -Wl,-dead_strip)
 else()

@@ -6,9 +6,11 @@
 
 #include <QGuiApplication>
 #include <QIconEngine>
+#include <QLibraryInfo>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
+#include <QVersionNumber>
 
 namespace amperly {
 
@@ -30,13 +32,20 @@ public:
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
-        return scaledPixmap(size, mode, state, 1.0);
+        return drawn(size, mode, state, 1.0);
     }
 
-    /// `size` is in pixels already.
+    /// The toolkit hands in pixels up to 6.7 and points from 6.8 on; the one that is loaded counts.
     QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal scale) override
     {
-        QPixmap pixmap(size);
+        static const bool isInPoints = QLibraryInfo::version() >= QVersionNumber(6, 8);
+        return drawn(isInPoints ? size * scale : size, mode, state, scale);
+    }
+
+private:
+    QPixmap drawn(const QSize& pixels, QIcon::Mode mode, QIcon::State state, qreal scale)
+    {
+        QPixmap pixmap(pixels);
         pixmap.setDevicePixelRatio(scale);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
@@ -44,7 +53,6 @@ public:
         return pixmap;
     }
 
-private:
     static QColor color(QIcon::Mode mode)
     {
         const QPalette palette = QGuiApplication::palette();

@@ -23,7 +23,7 @@ clang-format --dry-run --Werror "${sources[@]}"
 printf 'formatting: %s files\n' "${#sources[@]}"
 
 mkdir -p build
-cmake --preset clang >build/lint-configure.log 2>&1 || { cat build/lint-configure.log >&2; exit 1; }
+cmake --preset clang -DAMPERLY_WARNINGS_AS_ERRORS=ON >build/lint-configure.log 2>&1 || { cat build/lint-configure.log >&2; exit 1; }
 
 units=$(/usr/bin/python3 tools/lint_units.py build/clang "${analysed[@]}")
 

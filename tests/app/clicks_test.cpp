@@ -2,6 +2,7 @@
 #include "tests/app/application_test.h"
 #include "tests/app/store_without_defaults.h"
 
+#include <QAbstractButton>
 #include <QWidget>
 
 namespace amperly {
@@ -120,7 +121,7 @@ TEST_F(ClicksTest, ThePanelsSettingsButtonClosesItAndShowsTheSettings)
 {
     launchWith({.systemLoad = 7.25, .battery = -7.25});
     click(ClickButton::Left);
-    platform.popover.content()->findChild<QuietButton*>()->click(); // the first of its footer
+    platform.popover.content()->findChild<QAbstractButton*>()->click(); // the first of its footer
     EXPECT_FALSE(platform.popover.isShown());
     ASSERT_NE(app->settingsWindow(), nullptr);
     EXPECT_TRUE(app->settingsWindow()->isVisible());

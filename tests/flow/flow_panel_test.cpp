@@ -4,6 +4,7 @@
 #include "render/look/quiet_button.h"
 #include "tests/flow/panel_fixture.h"
 
+#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QTest>
@@ -17,12 +18,12 @@ using testing::ElementsAre;
 
 class FlowPanelTest : public PanelTest {
 protected:
-    [[nodiscard]] QList<QuietButton*> footer() const { return panel->findChildren<QuietButton*>(); }
+    [[nodiscard]] QList<QAbstractButton*> footer() const { return panel->findChildren<QAbstractButton*>(); }
 
     [[nodiscard]] std::vector<std::string> footerTexts() const
     {
         std::vector<std::string> texts;
-        for (const QuietButton* const button : footer())
+        for (const QAbstractButton* const button : footer())
             texts.push_back(button->text().toStdString());
         return texts;
     }
@@ -41,7 +42,7 @@ protected:
     /// The line of the footer's words; the grounds of its buttons reach further.
     [[nodiscard]] QRect footerWords() const
     {
-        const QuietButton* const button = footer().front();
+        const QAbstractButton* const button = footer().front();
         const int above = (button->height() - button->fontMetrics().height()) / 2;
         return button->geometry().adjusted(0, above, 0, -above);
     }
@@ -241,7 +242,7 @@ TEST_F(FlowPanelTest, TabGoesThroughTheFooterAndPastTheDiagram)
 {
     openWith(kCharging);
     for (int round = 0; round < 2; ++round) {
-        for (QuietButton* const button : footer()) {
+        for (QAbstractButton* const button : footer()) {
             press(Qt::Key_Tab);
             EXPECT_EQ(QApplication::focusWidget(), button);
         }

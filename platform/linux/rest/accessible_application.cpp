@@ -13,7 +13,7 @@ std::vector<QAccessibleInterface*> windows()
 {
     std::vector<QAccessibleInterface*> found;
     for (const QWindow* const window : QGuiApplication::topLevelWindows()) {
-        if (window->type() == Qt::Desktop || (window->type() == Qt::Popup && !window->isVisible()))
+        if (window->type() == Qt::Popup && !window->isVisible())
             continue;
         if (QAccessibleInterface* const root = window->accessibleRoot())
             found.push_back(root);

@@ -285,11 +285,13 @@ TEST_F(PopoverHostTest, WhereAPressElsewhereClosesItThereIsNoButtonForThat)
 TEST_F(ToplevelPopoverTest, LosingTheFocusClosesIt)
 {
     show();
-    QApplication::setActiveWindow(m_content->window());
+    m_content->window()->activateWindow();
+    QCoreApplication::processEvents();
     EXPECT_TRUE(host.isShown());
     QWidget other;
     other.show();
-    QApplication::setActiveWindow(&other);
+    other.activateWindow();
+    QCoreApplication::processEvents();
     EXPECT_FALSE(host.isShown());
 }
 

@@ -52,8 +52,10 @@ protected:
         } else {
             QWidget other;
             other.show();
-            QApplication::setActiveWindow(shown()->window());
-            QApplication::setActiveWindow(&other);
+            for (QWidget* const each : {shown()->window(), &other}) {
+                each->activateWindow();
+                QCoreApplication::processEvents();
+            }
         }
     }
 
