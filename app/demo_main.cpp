@@ -1,9 +1,9 @@
 // Amperly on a simulated laptop, whose day passes in two minutes.
 
 #include "app/linux_program.h"
-#include "platform/simulated/fake_login_item.h"
-#include "platform/simulated/simulated_day.h"
-#include "platform/simulated/simulated_laptop.h"
+#include "platform/simulated/desktop/fake_login_item.h"
+#include "platform/simulated/laptop/simulated_day.h"
+#include "platform/simulated/laptop/simulated_laptop.h"
 
 #include <chrono>
 #include <string_view>

@@ -2,22 +2,22 @@
 
 #include "app/app_delegate.h"
 #include "platform/linux/files/config_folder.h"
-#include "platform/linux/fonts/linux_ui_font.h"
-#include "platform/linux/frames/display_frames.h"
-#include "platform/linux/frames/portal_power_saver.h"
-#include "platform/linux/frames/power_saving.h"
+#include "platform/linux/text/linux_ui_font.h"
+#include "platform/linux/clock/display_frames.h"
+#include "platform/linux/desktop/portal_power_saver.h"
+#include "platform/linux/desktop/power_saving.h"
 #include "platform/linux/login/xdg_autostart.h"
-#include "platform/linux/motion/desktop_motion.h"
+#include "platform/linux/desktop/desktop_motion.h"
 #include "platform/linux/preferences/ini_preference_store.h"
-#include "platform/linux/rest/accessibility_on_demand.h"
-#include "platform/linux/rest/memory_return.h"
-#include "platform/linux/rest/rest_keeper.h"
-#include "platform/linux/shell/launcher.h"
-#include "platform/linux/shell/linux_desktop.h"
-#include "platform/linux/shell/linux_popover_host.h"
-#include "platform/linux/shell/menu_presenter.h"
-#include "platform/linux/shell/timer_source.h"
-#include "platform/linux/shell/window_palette.h"
+#include "platform/linux/accessibility/accessibility_on_demand.h"
+#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/memory/rest_keeper.h"
+#include "platform/linux/desktop/launcher.h"
+#include "platform/linux/desktop/linux_desktop.h"
+#include "platform/linux/popover/linux_popover_host.h"
+#include "platform/linux/popover/menu_presenter.h"
+#include "platform/linux/clock/timer_source.h"
+#include "platform/linux/desktop/window_palette.h"
 #include "platform/linux/tray/desktop_ink.h"
 #include "platform/linux/tray/linux_status_item.h"
 #include "platform/linux/x11/x11_settings.h"
@@ -91,7 +91,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
     windowPalette.refresh();
     DesktopMotion motion(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
     const std::unique_ptr<XEmbedItem> oldTray
-        = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::ColourScheme); }});
+        = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::ColorScheme); }});
     LinuxStatusItem statusItem({
         .ink = ink,
         .fallback = oldTray.get(),

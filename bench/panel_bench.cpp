@@ -4,11 +4,11 @@
 
 #include "flow/flow_panel.h"
 #include "platform/injected.h"
-#include "platform/linux/fonts/linux_ui_font.h"
-#include "platform/linux/frames/display_frames.h"
-#include "platform/linux/rest/memory_return.h"
-#include "platform/linux/shell/linux_popover_host.h"
-#include "platform/simulated/recording_desktop.h"
+#include "platform/linux/text/linux_ui_font.h"
+#include "platform/linux/clock/display_frames.h"
+#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/popover/linux_popover_host.h"
+#include "platform/simulated/desktop/recording_desktop.h"
 #include "render/status_art.h"
 #include "telemetry/live_model.h"
 

@@ -1,7 +1,7 @@
 // Writes pictures of what Amperly looks like into the folder named on the command line, as the
 // user's locale has it: one that is written from right to left gets the mirrored ones.
 
-#include "platform/simulated/fixed_ui_font.h"
+#include "platform/simulated/desktop/fixed_ui_font.h"
 #include "render/status_art.h"
 #include "tools/gallery_panel.h"
 #include "tools/gallery_settings.h"

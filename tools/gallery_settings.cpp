@@ -1,8 +1,8 @@
 #include "tools/gallery_settings.h"
 
-#include "platform/simulated/fake_login_item.h"
-#include "platform/simulated/memory_preference_store.h"
-#include "platform/simulated/recording_desktop.h"
+#include "platform/simulated/desktop/fake_login_item.h"
+#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/simulated/desktop/recording_desktop.h"
 #include "prefs/pref.h"
 #include "render/status_art.h"
 #include "settings/settings_view.h"

@@ -3,7 +3,7 @@
 
 #include "app/app_delegate.h"
 #include "platform/simulated/desktop/simulated_platform.h"
-#include "platform/simulated/memory_preference_store.h"
+#include "platform/simulated/desktop/memory_preference_store.h"
 #include "prefs/pref.h"
 #include "tests/app/canned_readings.h"
 #include "tests/support/number_environment.h"

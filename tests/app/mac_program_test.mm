@@ -2,7 +2,7 @@
 
 #include "app/mac_program.h"
 
-#include "platform/simulated/fixed_ui_font.h"
+#include "platform/simulated/desktop/fixed_ui_font.h"
 #include "prefs/pref.h"
 #include "telemetry/smc.h"
 #include "tests/platform/macos/fakes/fake_desktop_test.h"

@@ -1,7 +1,7 @@
 // A preference store that has only what was stored: it takes no defaults.
 #pragma once
 
-#include "platform/simulated/memory_preference_store.h"
+#include "platform/simulated/desktop/memory_preference_store.h"
 
 #include <utility>
 

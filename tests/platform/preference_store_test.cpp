@@ -1,4 +1,4 @@
-#include "platform/simulated/memory_preference_store.h"
+#include "platform/simulated/desktop/memory_preference_store.h"
 #include "tests/platform/preference_store_contract.h"
 
 namespace amperly {

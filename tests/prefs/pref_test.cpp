@@ -1,7 +1,7 @@
 #include "prefs/pref.h"
 
-#include "platform/simulated/memory_preference_store.h"
-#include "platform/simulated/recording_desktop.h"
+#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/simulated/desktop/recording_desktop.h"
 
 #include <gmock/gmock.h>
 

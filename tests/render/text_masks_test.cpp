@@ -1,6 +1,6 @@
 #include "render/text_masks.h"
 
-#include "platform/simulated/fixed_ui_font.h"
+#include "platform/simulated/desktop/fixed_ui_font.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "settings/launch_at_login.h"
 
-#include "platform/simulated/fake_login_item.h"
+#include "platform/simulated/desktop/fake_login_item.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

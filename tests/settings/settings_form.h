@@ -2,9 +2,9 @@
 // test's hands.
 #pragma once
 
-#include "platform/simulated/fake_login_item.h"
-#include "platform/simulated/memory_preference_store.h"
-#include "platform/simulated/recording_desktop.h"
+#include "platform/simulated/desktop/fake_login_item.h"
+#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/simulated/desktop/recording_desktop.h"
 #include "prefs/pref.h"
 #include "settings/picker.h"
 #include "settings/segmented_control.h"

@@ -1,7 +1,7 @@
 // The same font on every machine, and what is drawn from it, in force for as long as this lives.
 #pragma once
 
-#include "platform/simulated/fixed_ui_font.h"
+#include "platform/simulated/desktop/fixed_ui_font.h"
 #include "render/status_art.h"
 
 namespace amperly {

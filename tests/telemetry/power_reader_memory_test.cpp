@@ -1,7 +1,7 @@
 // A reading is taken at every tick for as long as the machine runs, so once the first one has
 // been taken it must not need the heap. Every allocation of this program is counted.
 
-#include "platform/simulated/simulated_laptop.h"
+#include "platform/simulated/laptop/simulated_laptop.h"
 #include "telemetry/power_reader.h"
 #include "tests/support/allocation_count.h"
 

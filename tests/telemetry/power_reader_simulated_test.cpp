@@ -1,6 +1,6 @@
 // The reader on a whole simulated laptop, whose controller lays its records out by itself.
 
-#include "platform/simulated/simulated_laptop.h"
+#include "platform/simulated/laptop/simulated_laptop.h"
 #include "telemetry/power_reader.h"
 #include "tests/support/print_sample.h"
 

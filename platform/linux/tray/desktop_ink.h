@@ -2,7 +2,7 @@
 // scheme, the toolkit's palette.
 #pragma once
 
-#include "platform/linux/tray/colour_scheme.h"
+#include "platform/linux/desktop/color_scheme.h"
 #include "platform/linux/tray/ink_source.h"
 #include "platform/linux/tray/x11_tray_colors.h"
 
@@ -23,7 +23,7 @@ public:
     void onChanged(std::function<void()> handler) override { m_changed = std::move(handler); }
     void panelChanged() override;
 
-    /// Whether applications are to be dark, as ColourScheme has it; nothing without a portal.
+    /// Whether applications are to be dark, as ColorScheme has it; nothing without a portal.
     [[nodiscard]] std::optional<bool> prefersDark() const;
 
     /// Called when prefersDark() has another answer.
@@ -35,7 +35,7 @@ private:
     void announce();
 
     std::unique_ptr<X11TrayColors> m_tray;
-    std::optional<ColourScheme> m_scheme;
+    std::optional<ColorScheme> m_scheme;
     std::function<void()> m_changed;
     std::function<void()> m_schemeChanged;
 };

@@ -19,7 +19,7 @@ enum class ItemDrawing {
 enum class PanelInk {
     White, ///< the panel is dark whatever the applications are
     Palette, ///< the panel is drawn in the toolkit's colours
-    ColourScheme, ///< the panel goes with the desktop's light or dark scheme
+    ColorScheme, ///< the panel goes with the desktop's light or dark scheme
 };
 
 /// How tool tips are read.
@@ -32,7 +32,7 @@ enum class ToolTipText {
 
 struct HostProfile {
     ItemDrawing drawing = ItemDrawing::Wide;
-    PanelInk ink = PanelInk::ColourScheme;
+    PanelInk ink = PanelInk::ColorScheme;
     ToolTipText toolTip = ToolTipText::Markup;
 
     PixmapAlpha pixmapAlpha = PixmapAlpha::Straight;

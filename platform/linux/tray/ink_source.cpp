@@ -24,7 +24,7 @@ Ink chooseInk(PanelInk panel, const InkFacts& facts)
         break;
     case PanelInk::Palette:
         return facts.paletteText;
-    case PanelInk::ColourScheme:
+    case PanelInk::ColorScheme:
         // A desktop without a scheme still gives its windows colours, or its theme a name that the
         // windows' colours go by, and its panels are alike.
         return facts.prefersDark.value_or(isLight(facts.paletteText)) ? kWhiteInk : kBlackInk;

@@ -4,12 +4,12 @@
 
 #include "platform/platform.h"
 #include "platform/simulated/desktop/recording_popover_host.h"
-#include "platform/simulated/fake_login_item.h"
-#include "platform/simulated/fixed_ui_font.h"
-#include "platform/simulated/manual_timer_source.h"
-#include "platform/simulated/recording_desktop.h"
-#include "platform/simulated/recording_status_item.h"
-#include "platform/simulated/simulated_laptop.h"
+#include "platform/simulated/desktop/fake_login_item.h"
+#include "platform/simulated/desktop/fixed_ui_font.h"
+#include "platform/simulated/laptop/manual_timer_source.h"
+#include "platform/simulated/desktop/recording_desktop.h"
+#include "platform/simulated/desktop/recording_status_item.h"
+#include "platform/simulated/laptop/simulated_laptop.h"
 
 namespace amperly {
 

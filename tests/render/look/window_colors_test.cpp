@@ -1,7 +1,7 @@
 #include "render/look/window_colors.h"
 
 #include "platform/injected.h"
-#include "platform/simulated/fixed_contrast_setting.h"
+#include "platform/simulated/desktop/fixed_contrast_setting.h"
 
 #include <gtest/gtest.h>
 

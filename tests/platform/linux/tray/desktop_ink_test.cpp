@@ -45,9 +45,9 @@ TEST_F(PaletteInkTest, PaletteThatChangesIsNewsAtOnce)
 TEST_F(PaletteInkTest, WithoutAPortalThePalettesLightnessIsTheScheme)
 {
     paletteBecomes(Qt::black);
-    EXPECT_EQ(ink.ink(PanelInk::ColourScheme), kBlackInk);
+    EXPECT_EQ(ink.ink(PanelInk::ColorScheme), kBlackInk);
     paletteBecomes(Qt::white);
-    EXPECT_EQ(ink.ink(PanelInk::ColourScheme), kWhiteInk);
+    EXPECT_EQ(ink.ink(PanelInk::ColorScheme), kWhiteInk);
 }
 
 } // namespace

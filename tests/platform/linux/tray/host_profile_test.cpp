@@ -74,9 +74,9 @@ TEST(HostProfileTest, InkFollowsThePanelsGround)
     for (const char* const drawnByTheToolkit : {"plasmashell", "kded5", "lxqt-panel"})
         EXPECT_EQ(hostProfile(drawnByTheToolkit, "").ink, PanelInk::Palette) << drawnByTheToolkit;
     for (const char* const themed : {"mate-panel", "xfce4-panel", "panel-2-systray", "xapp-sn-watcher"})
-        EXPECT_EQ(hostProfile(themed, "").ink, PanelInk::ColourScheme) << themed;
+        EXPECT_EQ(hostProfile(themed, "").ink, PanelInk::ColorScheme) << themed;
     for (const char* const unknown : {"somebar", ""})
-        EXPECT_EQ(hostProfile(unknown, "").ink, PanelInk::ColourScheme) << '"' << unknown << '"';
+        EXPECT_EQ(hostProfile(unknown, "").ink, PanelInk::ColorScheme) << '"' << unknown << '"';
 }
 
 TEST(HostProfileTest, CoordinatesAreTrustedWhereTheyAreTheScreens)

@@ -17,7 +17,7 @@ TEST(ChooseInkTest, WhatTheTraySaysCountsEverywhere)
     const InkFacts facts{.tray = kRed, .prefersDark = true, .paletteText = kDarkText};
     EXPECT_EQ(chooseInk(PanelInk::White, facts), kRed);
     EXPECT_EQ(chooseInk(PanelInk::Palette, facts), kRed);
-    EXPECT_EQ(chooseInk(PanelInk::ColourScheme, facts), kRed);
+    EXPECT_EQ(chooseInk(PanelInk::ColorScheme, facts), kRed);
 }
 
 TEST(ChooseInkTest, PanelThatIsAlwaysDarkGetsWhite)
@@ -34,18 +34,18 @@ TEST(ChooseInkTest, PanelInTheToolkitsColoursGetsItsTextColour)
 
 TEST(ChooseInkTest, SchemeDecidesAgainstThePalette)
 {
-    EXPECT_EQ(chooseInk(PanelInk::ColourScheme, {.tray = {}, .prefersDark = true, .paletteText = kDarkText}),
+    EXPECT_EQ(chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = true, .paletteText = kDarkText}),
         kWhiteInk);
     EXPECT_EQ(
-        chooseInk(PanelInk::ColourScheme, {.tray = {}, .prefersDark = false, .paletteText = kLightText}),
+        chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = false, .paletteText = kLightText}),
         kBlackInk);
 }
 
 TEST(ChooseInkTest, WithoutASchemeThePalettesLightnessDecides)
 {
-    EXPECT_EQ(chooseInk(PanelInk::ColourScheme, {.tray = {}, .prefersDark = {}, .paletteText = kLightText}),
+    EXPECT_EQ(chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = {}, .paletteText = kLightText}),
         kWhiteInk);
-    EXPECT_EQ(chooseInk(PanelInk::ColourScheme, {.tray = {}, .prefersDark = {}, .paletteText = kDarkText}),
+    EXPECT_EQ(chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = {}, .paletteText = kDarkText}),
         kBlackInk);
 }
 
