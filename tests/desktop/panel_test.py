@@ -182,8 +182,8 @@ class ReadAloud(DesktopTest):
     def test_footer_has_two_buttons_and_a_link(self):
         self.on_battery()
         self.open_panel()
-        self.eventually(lambda: "Quit" in self.names("push button", "link"), "the footer")
-        self.assertEqual(self.names("push button", "link"), ["Settings", "\u2615 Buy me a coffee", "Quit"])
+        self.eventually(lambda: "Quit" in self.names("button", "link"), "the footer")
+        self.assertEqual(self.names("button", "link"), ["Settings", "\u2615 Buy me a coffee", "Quit"])
 
 
 class ReadAloudInXfce(InXfce, ReadAloud):

@@ -228,7 +228,7 @@ class SettingsReadAloud(FormInXfce):
             self.assertEqual([(segment["role"], segment["name"]) for segment in segments],
                              [("radio button", option) for option in options])
         self.assertIn("checked", self.node("None", "radio button")["states"])
-        self.assertEqual([self.node(name)["role"] for name in BUTTONS], ["link", "push button"])
+        self.assertEqual([self.node(name)["role"] for name in BUTTONS], ["link", "button"])
 
     def test_nothing_that_can_have_the_keyboard_is_without_a_name(self):
         self.open()

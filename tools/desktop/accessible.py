@@ -55,12 +55,17 @@ def _place(accessible):
     return [place.x, place.y, place.width, place.height]
 
 
+def _role(accessible):
+    # Called "push button" before AT-SPI 2.56.
+    return accessible.get_role_name().replace("push button", "button")
+
+
 def _describe(accessible):
     states = accessible.get_state_set().get_states()
     children = (accessible.get_child_at_index(index)
                 for index in range(min(accessible.get_child_count(), MOST_CHILDREN)))
     return {
-        "role": accessible.get_role_name(),
+        "role": _role(accessible),
         "name": accessible.get_name(),
         "title": _title(accessible),
         "description": accessible.get_description(),

@@ -7,19 +7,14 @@ carries the mark. A guard process does the same when the run itself is killed: i
 the pipe to the run has closed.
 """
 
-import contextlib
-import os
 import pathlib
-import shutil
 import signal
 import subprocess
-import time
+import sys
 import uuid
 
+from .guard import ENDING_SECONDS, MARK, end_marked
 from .waiting import DesktopError, wait_until
-
-MARK = "AMPERLY_PRIVATE_DESKTOP"
-ENDING_SECONDS = 3.0
 
 
 class Program:
@@ -79,7 +74,7 @@ class Keeper:
         self._log_directory = pathlib.Path(log_directory)
         self._mark = uuid.uuid4().hex
         self._programs = []
-        self._guard, self._lifeline = _start_guard(self._mark, run_directory)
+        self._guard = _start_guard(self._mark, run_directory)
 
     def start(self, name, command, environment, user=None, pass_fds=()):
         """`environment` is all that the program gets. `user` is a numeric id to run as."""
@@ -104,80 +99,17 @@ class Keeper:
         for program in reversed(self._programs):
             program.end()
         self._programs.clear()
-        _end_marked(self._mark)
-        if self._lifeline is not None:
-            os.write(self._lifeline, b".")
-            os.close(self._lifeline)
-            os.waitpid(self._guard, 0)
-            self._lifeline = None
+        end_marked(self._mark)
+        if self._guard is not None:
+            self._guard.communicate(b".")
+            self._guard = None
 
 
 def _start_guard(mark, run_directory):
-    """Forks the process that cleans up when this one dies without doing so itself."""
-    reading, writing = os.pipe()
-    guard = os.fork()
-    if guard:
-        os.close(reading)
-        return guard, writing
-    try:
-        os.setsid()  # Ctrl-C in the terminal is for the run, not for its guard
-        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
-            signal.signal(number, signal.SIG_IGN)
-        null = os.open(os.devnull, os.O_RDWR)
-        for standard in range(3):  # a reader of our output must not wait for the guard
-            os.dup2(null, standard)
-        os.closerange(3, reading)
-        os.closerange(reading + 1, 256)  # other guards' pipes among them
-        if not os.read(reading, 1):  # the run is gone, and has not said that it is done
-            _end_marked(mark)
-            shutil.rmtree(run_directory, ignore_errors=True)
-    finally:
-        os._exit(0)
-
-
-def _end_marked(mark):
-    """Ends all processes whose environment carries the mark: they are ours, whoever's child they
-    have become."""
-    needle = f"{MARK}={mark}".encode()
-    deadline = time.monotonic() + ENDING_SECONDS
-    number = signal.SIGTERM
-    while True:
-        handles = _open_marked(needle)
-        if not handles:
-            return
-        for handle in handles:
-            with contextlib.suppress(ProcessLookupError):
-                signal.pidfd_send_signal(handle, number)
-            os.close(handle)
-        if time.monotonic() > deadline:
-            number = signal.SIGKILL
-        time.sleep(0.01)
-
-
-def _open_marked(needle):
-    """Handles of the marked processes. A handle, unlike a number, can't come to mean another."""
-    handles = []
-    for entry in os.listdir("/proc"):
-        if not entry.isdigit() or int(entry) == os.getpid():
-            continue
-        try:
-            handle = os.pidfd_open(int(entry))
-        except OSError:
-            continue
-        if _has_in_environment(entry, needle):
-            handles.append(handle)
-        else:
-            os.close(handle)
-    return handles
-
-
-def _has_in_environment(process, needle):
-    try:
-        state = pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0]
-        environment = pathlib.Path(f"/proc/{process}/environ").read_bytes()
-    except OSError:  # gone, or another user's
-        return False
-    return state != "Z" and needle in environment.split(b"\0")
+    """Starts the process that cleans up when this one dies without doing so itself."""
+    return subprocess.Popen(
+        [sys.executable, pathlib.Path(__file__).with_name("guard.py"), mark, run_directory],
+        stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
 
 
 def child_environment(session, **more):
