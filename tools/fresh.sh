@@ -39,6 +39,7 @@ make_root() {
     cp /etc/resolv.conf "$root/etc/resolv.conf"
     # Only apt keeps quiet about the age of what a mirror serves; a machine whose clock is off still gets packages.
     printf 'Acquire::Check-Valid-Until "false";\nAcquire::Check-Date "false";\n' >"$root/etc/apt/apt.conf.d/99fresh"
+    printf 'LANG=C.UTF-8\n' >"$root/etc/default/locale"
     chroot "$root" useradd --create-home --shell /bin/bash newcomer
     printf 'newcomer ALL=(ALL) NOPASSWD: ALL\n' >"$root/etc/sudoers.d/newcomer"
     git bundle create --quiet "$root$home/amperly.bundle" HEAD
