@@ -127,7 +127,7 @@ TEST_F(LinuxDesktopTest, AProgramThatWasRemovedWhileItRunsIsNotInstalled)
 TEST_F(LinuxDesktopTest, ThisTestIsNotInstalled)
 {
     EXPECT_FALSE(LinuxDesktop(instance, {}).isInstalled());
-    EXPECT_EQ(Installation::runningProgram().filename(), "linux_shell_test");
+    EXPECT_EQ(Installation::runningProgram().filename(), "linux_desktop_test");
 }
 
 TEST_F(LinuxDesktopTest, TheVersionIsWhatTheInstallationStates)
