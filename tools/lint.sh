@@ -24,6 +24,8 @@ printf 'formatting: %s files\n' "${#sources[@]}"
 
 mkdir -p build
 cmake --preset clang -DAMPERLY_WARNINGS_AS_ERRORS=ON >build/lint-configure.log 2>&1 || { cat build/lint-configure.log >&2; exit 1; }
+# Headers that the build generates.
+cmake --build build/clang --target amperly_layer_shell >build/lint-generate.log 2>&1 || { cat build/lint-generate.log >&2; exit 1; }
 
 units=$(/usr/bin/python3 tools/lint_units.py build/clang "${analysed[@]}")
 

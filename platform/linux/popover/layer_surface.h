@@ -8,9 +8,7 @@
 #include <memory>
 
 class QWindow;
-struct wl_display;
-struct wl_event_queue;
-struct wl_proxy;
+struct zwlr_layer_surface_v1;
 
 namespace amperly {
 
@@ -44,10 +42,10 @@ public:
 private:
     LayerSurface() = default;
     static void configured(
-        void* self, wl_proxy*, std::uint32_t serial, std::uint32_t width, std::uint32_t height);
-    static void ended(void* self, wl_proxy*);
+        void* self, zwlr_layer_surface_v1*, std::uint32_t serial, std::uint32_t width, std::uint32_t height);
+    static void ended(void* self, zwlr_layer_surface_v1*);
 
-    wl_proxy* m_surface = nullptr;
+    zwlr_layer_surface_v1* m_surface = nullptr;
     QSize m_size;
     QSize m_usableSize;
     bool m_ended = false;
