@@ -58,8 +58,10 @@ class Form(DesktopTest):
         return left - window[0], top - window[1], left - window[0] + width, top - window[1] + height
 
     def focused(self):
-        """The name of the control that has the keyboard. A segment's group has it too, and comes first."""
-        names = [node["title"] or node["name"] for node in self.nodes() if "focused" in node["states"]]
+        """The name of the control that has the keyboard. A segment's group has it too, and comes first. The
+        toolkit since 6.8 says so of the chosen item in every picker's list, closed as it is, as well."""
+        names = [node["title"] or node["name"] for node in self.nodes()
+                 if "focused" in node["states"] and node["role"] != "list item"]
         return names[-1] if names else None
 
     def stored(self):
