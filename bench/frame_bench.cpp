@@ -9,11 +9,11 @@
 
 #include "bench/heap_count.h"
 #include "bench/timing.h"
-#include "flow/glass/glass_painter.h"
+#include "flow/glass/glass_canvas.h"
 #include "flow/glass/kernels.h"
-#include "tests/flow/curves.h"
-#include "tests/flow/picture_difference.h"
-#include "tests/flow/reference_glass.h"
+#include "tests/flow/glass/curves.h"
+#include "tests/flow/glass/picture_difference.h"
+#include "tests/flow/glass/reference_glass.h"
 
 #include <QApplication>
 #include <QGraphicsBlurEffect>
@@ -33,6 +33,7 @@
 namespace {
 
 using namespace amperly;
+using namespace amperly::glass;
 
 constexpr int kPointsWide = 308;
 constexpr int kPointsHigh = 200;
@@ -55,8 +56,8 @@ std::vector<Flow> flowsOfTurn(int turn, Widths widths)
 /// A program's frames, all on one canvas.
 class Frames {
 public:
-    Frames(const glass::Kernels& kernels, double scale)
-        : m_painter(kernels)
+    Frames(const Kernels& kernels, double scale)
+        : m_canvas(kernels)
         , m_scale(scale)
         , m_picture(static_cast<int>(kPointsWide * scale), static_cast<int>(kPointsHigh * scale))
     {
@@ -67,16 +68,16 @@ public:
 
     [[gnu::noinline]] void measuredFrame(const std::vector<Flow>& flows)
     {
-        m_painter.begin(m_picture.target(), m_scale);
+        m_canvas.begin(m_picture.target(), m_scale);
         for (const Flow& flow : flows)
-            m_painter.add(flow.curve, flow.color, flow.width, flow.travelled);
-        m_painter.finish();
+            drawGlassFlow(m_canvas, flow.curve, flow.color, flow.width, flow.travelled);
+        m_canvas.finish();
     }
 
     [[nodiscard]] const GlassPicture& picture() const { return m_picture; }
 
 private:
-    glass::GlassPainter m_painter;
+    GlassCanvas m_canvas;
     double m_scale;
     GlassPicture m_picture;
 };
@@ -136,7 +137,7 @@ struct Figures {
     double allocationsPerFrame = 0;
 };
 
-Figures measure(const glass::Kernels& kernels, double scale, Widths widths)
+Figures measure(const Kernels& kernels, double scale, Widths widths)
 {
     constexpr int kBlocks = 15;
     constexpr int kTurnsOfBlock = 60;
@@ -181,7 +182,7 @@ ToolkitFigures measureToolkit(double scale)
 {
     constexpr int kPairs = 7;
 
-    Frames frames(*glass::kernelsHere().front(), scale);
+    Frames frames(*kernelsHere().front(), scale);
     QImage canvas(static_cast<int>(kPointsWide * scale), static_cast<int>(kPointsHigh * scale),
         QImage::Format_ARGB32_Premultiplied);
     std::vector<double> frameTimes;
@@ -227,19 +228,19 @@ void print(const char* name, const Figures& figures)
 }
 
 /// The fastest kernels that a processor without AVX2 would run.
-const glass::Kernels& plainKernels()
+const Kernels& plainKernels()
 {
-    for (const glass::Kernels* const kernels : glass::kernelsHere()) {
+    for (const Kernels* const kernels : kernelsHere()) {
         if (std::string_view(kernels->name) != "AVX2")
             return *kernels;
     }
-    return glass::portableKernels();
+    return portableKernels();
 }
 
 void measureAll()
 {
-    const glass::Kernels& fastest = *glass::kernelsHere().front();
-    const glass::Kernels& plain = plainKernels();
+    const Kernels& fastest = *kernelsHere().front();
+    const Kernels& plain = plainKernels();
     std::printf("{\n  \"fastest\": \"%s\",\n  \"plain\": \"%s\",\n", fastest.name, plain.name);
     print("1x", measure(fastest, 1.0, Widths::Same));
     print("1x_plain", measure(plain, 1.0, Widths::Same));
@@ -258,8 +259,8 @@ void measureAll()
 
 void loop(std::string_view what, int count, std::string_view name, double scale)
 {
-    const glass::Kernels* chosen = glass::kernelsHere().front();
-    for (const glass::Kernels* const kernels : glass::kernelsHere()) {
+    const Kernels* chosen = kernelsHere().front();
+    for (const Kernels* const kernels : kernelsHere()) {
         if (kernels->name == name)
             chosen = kernels;
     }

@@ -2,7 +2,7 @@
 // bottom centre, and the curves between them. Points of the diagram, y growing downward.
 #pragma once
 
-#include "flow/bezier.h"
+#include "flow/glass/bezier.h"
 #include "telemetry/power_sample.h"
 
 namespace amperly {

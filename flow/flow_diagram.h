@@ -8,7 +8,7 @@
 #include "flow/diagram_layout.h"
 #include "flow/flow_animator.h"
 #include "flow/flow_node.h"
-#include "flow/glass_flow.h"
+#include "flow/glass/glass_canvas.h"
 
 #include <QImage>
 #include <QRect>
@@ -73,7 +73,7 @@ private:
     double m_elapsed = 0.0; ///< since then
     double m_appearance = 0.0;
     bool m_rests = false; ///< the latest reading is settled
-    GlassCanvas m_canvas;
+    glass::GlassCanvas m_canvas;
     QImage m_tubes; ///< the canvas's pixels
     QImage m_stage; ///< the whole diagram, while it appears
 };

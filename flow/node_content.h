@@ -1,7 +1,7 @@
 // What the three nodes of the power flow diagram say.
 #pragma once
 
-#include "flow/flow_color.h"
+#include "flow/glass/flow_color.h"
 #include "telemetry/power_sample.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 // The colours of the flows for the toolkit.
 #pragma once
 
-#include "flow/flow_color.h"
+#include "flow/glass/flow_color.h"
 
 #include <QColor>
 

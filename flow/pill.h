@@ -1,7 +1,7 @@
 // The one phrase that tells how charger and battery share the work.
 #pragma once
 
-#include "flow/flow_color.h"
+#include "flow/glass/flow_color.h"
 #include "telemetry/power_sample.h"
 
 #include <string_view>

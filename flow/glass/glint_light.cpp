@@ -1,7 +1,7 @@
 #include "flow/glass/glint_light.h"
 
 #include "flow/glass/fixed_point.h"
-#include "flow/glass_look.h"
+#include "flow/glass/glass_look.h"
 
 #include <algorithm>
 #include <cmath>

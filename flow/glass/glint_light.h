@@ -2,7 +2,7 @@
 // it is white, so one opacity says it.
 #pragma once
 
-#include "flow/tube_glints.h"
+#include "flow/glass/tube_glints.h"
 
 #include <cstdint>
 

@@ -1,8 +1,8 @@
 #include "flow/glass/glow_field.h"
 
 #include "flow/glass/fixed_point.h"
+#include "flow/glass/glass_look.h"
 #include "flow/glass/kernels.h"
-#include "flow/glass_look.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The blurred layers of all tubes of a frame: outer glows and pulse halos.
 #pragma once
 
-#include "flow/flow_color.h"
+#include "flow/glass/flow_color.h"
 #include "flow/glass/gaussian_weights.h"
 #include "flow/glass/glow_grid.h"
 #include "flow/glass/tube_layout.h"

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "flow/glass/fixed_point.h"
-#include "flow/glass_look.h"
+#include "flow/glass/glass_look.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #include "flow/glass/tube_layout.h"
 
+#include "flow/glass/glass_look.h"
 #include "flow/glass/tube_place.h"
-#include "flow/glass_look.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,9 +3,9 @@
 // is looked up by it.
 #pragma once
 
-#include "flow/bezier.h"
-#include "flow/curve_normals.h"
-#include "flow/curve_samples.h"
+#include "flow/glass/bezier.h"
+#include "flow/glass/curve_normals.h"
+#include "flow/glass/curve_samples.h"
 #include "flow/glass/fixed_point.h"
 #include "flow/glass/glow_grid.h"
 

@@ -1,7 +1,7 @@
 #include "flow/glass/tube_motion.h"
 
-#include "flow/glass_look.h"
-#include "flow/swell_runs.h"
+#include "flow/glass/glass_look.h"
+#include "flow/glass/swell_runs.h"
 
 #include <algorithm>
 #include <cmath>

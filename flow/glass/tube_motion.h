@@ -2,9 +2,9 @@
 // by step along it, and where it glints.
 #pragma once
 
+#include "flow/glass/tube_glints.h"
 #include "flow/glass/tube_layout.h"
-#include "flow/tube_glints.h"
-#include "flow/tube_profile.h"
+#include "flow/glass/tube_profile.h"
 
 #include <array>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // Where a place is, as a tube sees it: how far along, and how far to the side.
 #pragma once
 
-#include "flow/curve_normals.h"
-#include "flow/curve_samples.h"
+#include "flow/glass/curve_normals.h"
+#include "flow/glass/curve_samples.h"
 
 #include <cstddef>
 

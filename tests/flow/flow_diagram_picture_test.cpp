@@ -29,7 +29,7 @@ protected:
         const FlowAnimator& animator = diagram->animator();
         const double full = fullScaleWatts(diagram->sample());
         QImage tubes(diagram->size(), QImage::Format_ARGB32_Premultiplied);
-        GlassCanvas canvas;
+        glass::GlassCanvas canvas;
         canvas.begin(
             {reinterpret_cast<std::uint32_t*>(tubes.bits()), tubes.width(), tubes.height(), tubes.width()},
             1.0);

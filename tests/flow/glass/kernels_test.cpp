@@ -1,7 +1,7 @@
 // Which processor paints makes no difference.
-#include "flow/glass/glass_painter.h"
+#include "flow/glass/glass_canvas.h"
 #include "flow/glass/kernels.h"
-#include "tests/flow/curves.h"
+#include "tests/flow/glass/curves.h"
 
 #include <string>
 
@@ -12,10 +12,8 @@ namespace {
 
 GlassPicture paintedWith(const Kernels& kernels, const std::vector<Flow>& flows, double scale)
 {
-    GlassPainter painter(kernels);
-    return drawnWith(painter, flows, scale, [](GlassPainter& context, const Flow& flow) {
-        context.add(flow.curve, flow.color, flow.width, flow.travelled);
-    });
+    GlassCanvas canvas(kernels);
+    return drawn(canvas, flows, scale);
 }
 
 TEST(KernelsTest, TheOnesForAnyProcessorAreAlwaysThere)

@@ -1,5 +1,5 @@
 #include "flow/glass/tube_place.h"
-#include "tests/flow/curves.h"
+#include "tests/flow/glass/curves.h"
 
 #include <gtest/gtest.h>
 
