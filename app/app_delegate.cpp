@@ -209,7 +209,9 @@ void AppDelegate::showPanel(const StatusClick& click)
     if (!m_platform.popover.takesClick())
         return;
     update();
-    auto panel = std::make_unique<FlowPanel>(m_live, [self = std::weak_ptr(m_self)] {
+    const PanelServices services{
+        .desktop = m_platform.desktop, .frames = m_platform.frames, .display = m_platform.display};
+    auto panel = std::make_unique<FlowPanel>(m_live, services, [self = std::weak_ptr(m_self)] {
         if (const auto alive = self.lock()) {
             (*alive)->m_platform.popover.close();
             (*alive)->openSettings();
@@ -286,7 +288,7 @@ void AppDelegate::updateMenu()
 void AppDelegate::openSettings()
 {
     if (!m_settingsWindow)
-        m_settingsWindow = std::make_unique<SettingsWindow>(m_live, m_platform.desktop.visibleScreenHeight());
+        m_settingsWindow = std::make_unique<SettingsWindow>(m_live, m_platform.loginItem, m_platform.desktop);
     m_platform.desktop.activate();
     m_settingsWindow->show();
     m_settingsWindow->raise();

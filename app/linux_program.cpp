@@ -1,23 +1,23 @@
 #include "app/linux_program.h"
 
 #include "app/app_delegate.h"
-#include "platform/linux/files/config_folder.h"
-#include "platform/linux/text/linux_ui_font.h"
-#include "platform/linux/clock/display_frames.h"
-#include "platform/linux/desktop/portal_power_saver.h"
-#include "platform/linux/desktop/power_saving.h"
-#include "platform/linux/login/xdg_autostart.h"
-#include "platform/linux/desktop/desktop_motion.h"
-#include "platform/linux/preferences/ini_preference_store.h"
 #include "platform/linux/accessibility/accessibility_on_demand.h"
-#include "platform/linux/memory/memory_return.h"
-#include "platform/linux/memory/rest_keeper.h"
+#include "platform/linux/clock/display_frames.h"
+#include "platform/linux/clock/timer_source.h"
 #include "platform/linux/desktop/launcher.h"
 #include "platform/linux/desktop/linux_desktop.h"
+#include "platform/linux/desktop/linux_display_settings.h"
+#include "platform/linux/desktop/portal_power_saver.h"
+#include "platform/linux/desktop/power_saving.h"
+#include "platform/linux/desktop/window_palette.h"
+#include "platform/linux/files/config_folder.h"
+#include "platform/linux/login/xdg_autostart.h"
+#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/memory/rest_keeper.h"
 #include "platform/linux/popover/linux_popover_host.h"
 #include "platform/linux/popover/menu_presenter.h"
-#include "platform/linux/clock/timer_source.h"
-#include "platform/linux/desktop/window_palette.h"
+#include "platform/linux/preferences/ini_preference_store.h"
+#include "platform/linux/text/linux_ui_font.h"
 #include "platform/linux/tray/desktop_ink.h"
 #include "platform/linux/tray/linux_status_item.h"
 #include "platform/linux/x11/x11_settings.h"
@@ -86,10 +86,13 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
         return DesktopLook{.prefersDark = ink.prefersDark(), .themeName = x11TextSetting("Net/ThemeName")};
     });
     ink.onSchemeChanged([&windowPalette] { windowPalette.refresh(); });
-    desktop.onActivate([&windowPalette] { windowPalette.refresh(); });
+    LinuxDisplaySettings display(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
+    desktop.onActivate([&windowPalette, &display] {
+        windowPalette.refresh();
+        display.refresh();
+    });
     // Not only for windows: without a portal, the ink goes by these colours from the first picture on.
     windowPalette.refresh();
-    DesktopMotion motion(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
     const std::unique_ptr<XEmbedItem> oldTray
         = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::ColorScheme); }});
     LinuxStatusItem statusItem({
@@ -102,14 +105,22 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
 
     const Injected<PreferenceStore> standardPreferences(preferences);
     const Injected<StatusArt> currentArt(art);
-    const Injected<Desktop> currentDesktop(desktop);
-    const Injected<LoginItem> currentLoginItem(loginItem);
-    const Injected<FrameClock> currentFrames(frames);
-    const Injected<MotionSetting> currentMotion(motion);
     const PowerReader::Sources sources(subject.smcService, subject.registry);
 
-    AppDelegate application({subject.smcService, subject.registry, preferences, timers, statusItem, popover,
-        loginItem, desktop, uiFont});
+    AppDelegate application({
+        .smcService = subject.smcService,
+        .registry = subject.registry,
+        .preferences = preferences,
+        .timers = timers,
+        .statusItem = statusItem,
+        .popover = popover,
+        .loginItem = loginItem,
+        .desktop = desktop,
+        .frames = frames,
+        .display = display,
+        .uiFont = uiFont,
+    });
+    display.onChanged([&application] { application.appearanceChanged(); });
     application.applicationDidFinishLaunching();
 
     const AccessibilityOnDemand accessibility;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/app_delegate.h"
-#include "platform/macos/accessibility/display_settings.h"
+#include "platform/macos/accessibility/app_kit_display_settings.h"
 #include "platform/macos/frames/display_link_frames.h"
 #include "platform/macos/locale/locale_watch.h"
 #include "platform/macos/login/main_app_login_item.h"
@@ -42,15 +42,10 @@ private:
     MenuBarItem m_statusItem;
     NativePopoverHost m_popover;
     DisplayLinkFrames m_frames;
-    DisplaySettings m_displaySettings;
+    AppKitDisplaySettings m_display;
 
     const Injected<PreferenceStore> m_standardPreferences{m_preferences};
     const Injected<StatusArt> m_currentArt{m_art};
-    const Injected<Desktop> m_currentDesktop{m_desktop};
-    const Injected<LoginItem> m_currentLoginItem{m_loginItem};
-    const Injected<FrameClock> m_currentFrames{m_frames};
-    const Injected<MotionSetting> m_currentMotion{m_displaySettings};
-    const Injected<ContrastSetting> m_currentContrast{m_displaySettings};
     const PowerReader::Sources m_sources{m_smcService, m_registry};
 
     AppDelegate m_delegate;

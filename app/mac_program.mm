@@ -8,10 +8,21 @@ MacProgram::MacProgram(AccessoryApplication& application, UiFont& font, const Vi
     , m_art(font, MenuBarItem::barHeight())
     , m_popover({.anchor = [this] { return static_cast<NSView*>(m_statusItem.button()); }, .viewOf = viewOf})
     , m_frames(viewOf)
-    , m_delegate({m_smcService, m_registry, m_preferences, m_timers, m_statusItem, m_popover, m_loginItem,
-          m_desktop, font})
+    , m_delegate({
+          .smcService = m_smcService,
+          .registry = m_registry,
+          .preferences = m_preferences,
+          .timers = m_timers,
+          .statusItem = m_statusItem,
+          .popover = m_popover,
+          .loginItem = m_loginItem,
+          .desktop = m_desktop,
+          .frames = m_frames,
+          .display = m_display,
+          .uiFont = font,
+      })
 {
-    m_displaySettings.onDidChange([this] { m_delegate.appearanceChanged(); });
+    m_display.onDidChange([this] { m_delegate.appearanceChanged(); });
 }
 
 } // namespace amperly

@@ -1,5 +1,6 @@
 #include "app/settings_window.h"
 
+#include "platform/desktop.h"
 #include "settings/settings_view.h"
 
 #include <QGuiApplication>
@@ -26,7 +27,7 @@ int SettingsWindow::initialHeight(std::optional<int> visibleScreenHeight)
     return std::min(*visibleScreenHeight - kRoomLeftOnScreen, kTallest);
 }
 
-SettingsWindow::SettingsWindow(LiveModel& live, std::optional<int> visibleScreenHeight)
+SettingsWindow::SettingsWindow(LiveModel& live, LoginItem& loginItem, Desktop& desktop)
 {
     setWindowTitle(QStringLiteral("Amperly Settings"));
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
@@ -34,9 +35,9 @@ SettingsWindow::SettingsWindow(LiveModel& live, std::optional<int> visibleScreen
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new SettingsView(live));
+    layout->addWidget(new SettingsView(live, loginItem, desktop));
 
-    resize(kWidth, initialHeight(visibleScreenHeight));
+    resize(kWidth, initialHeight(desktop.visibleScreenHeight()));
     if (const QScreen* const screen = QGuiApplication::primaryScreen())
         move(screen->availableGeometry().center() - rect().center());
 }

@@ -6,15 +6,17 @@
 
 namespace amperly {
 
+class Desktop;
 class LiveModel;
+class LoginItem;
 
 class SettingsWindow : public QWidget {
 public:
-    /// `visibleScreenHeight` is that of the main screen without panels, in points; nothing
-    /// without a screen. `live` must outlive the window.
-    SettingsWindow(LiveModel& live, std::optional<int> visibleScreenHeight);
+    /// All of them must outlive the window.
+    SettingsWindow(LiveModel& live, LoginItem& loginItem, Desktop& desktop);
 
-    /// The height that the window opens with.
+    /// The height that the window opens with, in points. `visibleScreenHeight` is that of the main
+    /// screen without panels; nothing without a screen.
     [[nodiscard]] static int initialHeight(std::optional<int> visibleScreenHeight);
 };
 

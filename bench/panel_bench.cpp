@@ -3,11 +3,11 @@
 // whatever display it is started on and prints its figures as JSON.
 
 #include "flow/flow_panel.h"
-#include "platform/injected.h"
-#include "platform/linux/text/linux_ui_font.h"
 #include "platform/linux/clock/display_frames.h"
 #include "platform/linux/memory/memory_return.h"
 #include "platform/linux/popover/linux_popover_host.h"
+#include "platform/linux/text/linux_ui_font.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
 #include "platform/simulated/desktop/recording_desktop.h"
 #include "render/status_art.h"
 #include "telemetry/live_model.h"
@@ -94,7 +94,7 @@ private:
 /// The yardstick: as large as the panel, and at each frame filled with another colour.
 class FillingWindow : public QWidget {
 public:
-    explicit FillingWindow(QSize size)
+    FillingWindow(QSize size, FrameClock& frames) : m_frames(frames)
     {
         setAttribute(Qt::WA_OpaquePaintEvent);
         setFixedSize(size);
@@ -109,7 +109,7 @@ protected:
     void showEvent(QShowEvent* event) override
     {
         QWidget::showEvent(event);
-        m_run = Injected<FrameClock>::current()->start(*this, [this](double) { repaint(); });
+        m_run = m_frames.start(*this, [this](double) { repaint(); });
     }
     void hideEvent(QHideEvent* event) override
     {
@@ -118,6 +118,7 @@ protected:
     }
 
 private:
+    FrameClock& m_frames;
     int m_hue = 0;
     std::unique_ptr<FrameClock::Run> m_run;
 };
@@ -135,9 +136,9 @@ public:
     /// Opens the panel, or the yardstick, and lets it settle.
     void openPanel()
     {
-        open(std::make_unique<FlowPanel>(m_live, [] {}));
+        open(std::make_unique<FlowPanel>(m_live, services(), [] {}));
     }
-    void openYardstick(QSize size) { open(std::make_unique<FillingWindow>(size)); }
+    void openYardstick(QSize size) { open(std::make_unique<FillingWindow>(size, frames)); }
 
     void close()
     {
@@ -147,7 +148,7 @@ public:
 
     [[nodiscard]] QSize panelSize()
     {
-        const FlowPanel panel(m_live, [] {});
+        const FlowPanel panel(m_live, services(), [] {});
         return panel.sizeHint();
     }
 
@@ -171,6 +172,8 @@ public:
     CountedFrames frames;
 
 private:
+    PanelServices services() { return {.desktop = m_desktop, .frames = frames, .display = m_display}; }
+
     void open(std::unique_ptr<QWidget> content)
     {
         m_host.show(std::move(content), ScreenPoint{200, 30});
@@ -190,9 +193,8 @@ private:
             .externalConnected = true});
     }
 
-    Injected<FrameClock> m_framesInForce{frames};
     RecordingDesktop m_desktop;
-    Injected<Desktop> m_desktopInForce{m_desktop};
+    FixedDisplaySettings m_display;
     LiveModel m_live;
     TimerSlack m_slack;
     LinuxPopoverHost m_host{m_slack};

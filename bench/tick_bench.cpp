@@ -11,14 +11,16 @@
 #include "bench/drawing_status_item.h"
 #include "bench/heap_count.h"
 #include "bench/timing.h"
-#include "platform/linux/text/linux_ui_font.h"
 #include "platform/linux/power/linux_registry.h"
 #include "platform/linux/power/no_smc_service.h"
 #include "platform/linux/preferences/ini_preference_store.h"
-#include "platform/simulated/desktop/recording_popover_host.h"
+#include "platform/linux/text/linux_ui_font.h"
 #include "platform/simulated/desktop/fake_login_item.h"
-#include "platform/simulated/laptop/manual_timer_source.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
+#include "platform/simulated/desktop/manual_frame_clock.h"
 #include "platform/simulated/desktop/recording_desktop.h"
+#include "platform/simulated/desktop/recording_popover_host.h"
+#include "platform/simulated/laptop/manual_timer_source.h"
 #include "render/status_art.h"
 #include "telemetry/power_reader.h"
 
@@ -47,8 +49,19 @@ public:
         , m_statusItem(panel)
         , m_font("DejaVu Sans")
         , m_art(m_font)
-        , m_delegate({m_controller, m_registry, m_preferences, m_timers, m_statusItem, m_popover, m_loginItem,
-              m_desktop, m_font})
+        , m_delegate({
+              .smcService = m_controller,
+              .registry = m_registry,
+              .preferences = m_preferences,
+              .timers = m_timers,
+              .statusItem = m_statusItem,
+              .popover = m_popover,
+              .loginItem = m_loginItem,
+              .desktop = m_desktop,
+              .frames = m_frames,
+              .display = m_display,
+              .uiFont = m_font,
+          })
     {
         m_delegate.applicationDidFinishLaunching();
         if (!m_delegate.live().sample())
@@ -68,12 +81,12 @@ private:
     RecordingPopoverHost m_popover;
     FakeLoginItem m_loginItem;
     RecordingDesktop m_desktop;
+    ManualFrameClock m_frames;
+    FixedDisplaySettings m_display;
     LinuxUiFont m_font;
     StatusArt m_art;
     const Injected<PreferenceStore> m_standardPreferences{m_preferences};
     const Injected<StatusArt> m_currentArt{m_art};
-    const Injected<Desktop> m_currentDesktop{m_desktop};
-    const Injected<LoginItem> m_currentLoginItem{m_loginItem};
     const PowerReader::Sources m_sources{m_controller, m_registry};
     AppDelegate m_delegate;
 };

@@ -38,11 +38,12 @@ Bezier moved(const Bezier& curve, const QPointF& by)
 
 } // namespace
 
-FlowDiagram::FlowDiagram(const PowerSample& sample, QWidget* parent)
+FlowDiagram::FlowDiagram(const PowerSample& sample, const DisplaySettings& display, QWidget* parent)
     : QWidget(parent)
     , m_sample(sample)
-    , m_nodes{FlowNode(chargerContent(sample)), FlowNode(computerContent(sample, accentOf(palette()))),
-          FlowNode(batteryContent(sample))}
+    , m_nodes{FlowNode(chargerContent(sample), display),
+          FlowNode(computerContent(sample, accentOf(palette())), display),
+          FlowNode(batteryContent(sample), display)}
 {
     makeDiagramsAccessible();
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -25,7 +25,8 @@ public:
     enum class Node { Charger, Computer, Battery };
     static constexpr std::size_t kNodeCount = 3;
 
-    explicit FlowDiagram(const PowerSample& sample, QWidget* parent = nullptr);
+    /// `display` must outlive the diagram.
+    FlowDiagram(const PowerSample& sample, const DisplaySettings& display, QWidget* parent = nullptr);
 
     /// A new reading. The flows glide to it with the next frames.
     void setSample(const PowerSample& sample);

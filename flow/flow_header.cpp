@@ -13,8 +13,8 @@ constexpr int kGap = 8; // points, at least, between headline and pill
 
 } // namespace
 
-FlowHeader::FlowHeader(QWidget* parent)
-    : QWidget(parent), m_headline(new Headline(this)), m_pill(new StatusPill(this))
+FlowHeader::FlowHeader(const DisplaySettings& display, QWidget* parent)
+    : QWidget(parent), m_headline(new Headline(display, this)), m_pill(new StatusPill(this))
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

@@ -10,7 +10,8 @@ namespace amperly {
 
 class FlowHeader : public QWidget {
 public:
-    explicit FlowHeader(QWidget* parent = nullptr);
+    /// `display` must outlive the widget.
+    explicit FlowHeader(const DisplaySettings& display, QWidget* parent = nullptr);
 
     void setSample(const PowerSample& sample);
     void advance(double now) { m_headline->advance(now); }

@@ -66,7 +66,8 @@ double columnTop()
 
 } // namespace
 
-FlowNode::FlowNode(const NodeContent& content) : m_content(content), m_value(valueFont(), kCentred)
+FlowNode::FlowNode(const NodeContent& content, const DisplaySettings& display)
+    : m_content(content), m_display(display), m_value(valueFont(), kCentred)
 {
     m_value.setText(QString::fromStdString(content.value));
     m_value.settle();
@@ -152,7 +153,7 @@ void FlowNode::drawSheet(QPainter& painter, const QPalette& palette) const
 
 void FlowNode::drawSymbol(QPainter& painter, const QPalette& palette) const
 {
-    const QColor color = m_content.active ? paintColor(m_content.tint) : secondaryColor(palette);
+    const QColor color = m_content.active ? paintColor(m_content.tint) : secondaryColor(palette, m_display);
     const QImage symbol = symbolImage(m_content.symbol,
         {.pointSize = kNodeLook.symbolSize, .weight = FontWeight::Medium}, color, pixelScale(painter));
     const QSizeF size = symbol.deviceIndependentSize();
@@ -172,7 +173,7 @@ void FlowNode::drawTitle(QPainter& painter, const QPalette& palette) const
     const double baseline = valuePlace().y() + m_value.height() + kNodeLook.spacing
         + QFontMetricsF(textFont(TextStyle::Caption2)).ascent();
     painter.setFont(font);
-    painter.setPen(secondaryColor(palette));
+    painter.setPen(secondaryColor(palette, m_display));
     painter.drawText(QPointF(onPixels((kNodeWidth - metrics.horizontalAdvance(title)) / 2.0, scale),
                          onPixels(baseline, scale)),
         title);

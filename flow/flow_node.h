@@ -15,9 +15,12 @@ class QPainter;
 
 namespace amperly {
 
+class DisplaySettings;
+
 class FlowNode {
 public:
-    explicit FlowNode(const NodeContent& content);
+    /// `display` must outlive the node.
+    FlowNode(const NodeContent& content, const DisplaySettings& display);
 
     /// A new value rolls in with the next frames.
     void setContent(const NodeContent& content);
@@ -48,6 +51,7 @@ private:
     [[nodiscard]] QPointF valuePlace() const;
 
     NodeContent m_content;
+    const DisplaySettings& m_display;
     RollingText m_value;
     // Empty when they are to be drawn anew.
     double m_scale = 0.0;

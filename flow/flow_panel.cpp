@@ -5,8 +5,7 @@
 #include "flow/hairline.h"
 #include "flow/no_data.h"
 #include "platform/desktop.h"
-#include "platform/injected.h"
-#include "platform/motion_setting.h"
+#include "platform/display_settings.h"
 #include "prefs/pref.h"
 #include "render/look/quiet_button.h"
 #include "render/look/text_style.h"
@@ -37,12 +36,6 @@ constexpr PanelLook kPanel;
 constexpr QMargins kSpill{
     kPanel.padding - kPanel.edge, kPanel.spacing, kPanel.padding - kPanel.edge, kPanel.spacing};
 
-bool motionIsWanted()
-{
-    const MotionSetting* const setting = Injected<MotionSetting>::current();
-    return Injected<FrameClock>::current() != nullptr && (setting == nullptr || !setting->reducesMotion());
-}
-
 /// A column of one widget, set in from the sides of the panel.
 QVBoxLayout* inset(QWidget* widget, const QMargins& margins)
 {
@@ -54,15 +47,19 @@ QVBoxLayout* inset(QWidget* widget, const QMargins& margins)
 
 } // namespace
 
-FlowPanel::FlowPanel(LiveModel& live, std::function<void()> openSettings)
-    : m_live(live), m_column(new QVBoxLayout(this)), m_readings(new QVBoxLayout), m_moves(motionIsWanted())
+FlowPanel::FlowPanel(LiveModel& live, const PanelServices& services, std::function<void()> openSettings)
+    : m_live(live)
+    , m_services(services)
+    , m_column(new QVBoxLayout(this))
+    , m_readings(new QVBoxLayout)
+    , m_moves(!services.display.reducesMotion())
 {
     setFixedWidth(kPanel.width);
     m_column->setContentsMargins(0, 0, 0, 0);
     m_column->setSpacing(0);
     m_readings->setSpacing(0);
     m_column->addLayout(m_readings);
-    m_column->addLayout(inset(new Hairline, {kPanel.padding, 0, kPanel.padding, 0}));
+    m_column->addLayout(inset(new Hairline(m_services.display), {kPanel.padding, 0, kPanel.padding, 0}));
     addFooter(std::move(openSettings));
 
     // The change is announced before it is made: look at it when the event loop comes round.
@@ -86,14 +83,10 @@ void FlowPanel::addFooter(std::function<void()> openSettings)
     auto* const settings
         = button(QStringLiteral("Settings"), QuietButton::Tone::Plain, std::move(openSettings));
     settings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
-    auto* const coffee = button(QStringLiteral("☕ Buy me a coffee"), QuietButton::Tone::Link, [] {
-        if (Desktop* const desktop = Injected<Desktop>::current())
-            desktop->openAddress(Pref::coffeeURL());
-    });
-    auto* const quit = button(QStringLiteral("Quit"), QuietButton::Tone::Plain, [] {
-        if (Desktop* const desktop = Injected<Desktop>::current())
-            desktop->quit();
-    });
+    auto* const coffee = button(QStringLiteral("☕ Buy me a coffee"), QuietButton::Tone::Link,
+        [this] { m_services.desktop.openAddress(Pref::coffeeURL()); });
+    auto* const quit
+        = button(QStringLiteral("Quit"), QuietButton::Tone::Plain, [this] { m_services.desktop.quit(); });
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     auto* const footer = new QHBoxLayout;
@@ -123,9 +116,9 @@ void FlowPanel::showReading(const PowerSample& sample)
 {
     if (m_diagram == nullptr) {
         clear();
-        m_header = new FlowHeader;
+        m_header = new FlowHeader(m_services.display);
         m_readings->addLayout(inset(m_header, {kPanel.padding, kPanel.padding, kPanel.padding, 0}));
-        m_diagram = new FlowDiagram(sample);
+        m_diagram = new FlowDiagram(sample, m_services.display);
         m_diagram->setContentsMargins(kSpill);
         m_diagram->setFixedHeight(kPanel.diagramHeight + kSpill.top() + kSpill.bottom());
         m_readings->addLayout(inset(m_diagram, {kPanel.edge, 0, kPanel.edge, 0}));
@@ -143,7 +136,7 @@ void FlowPanel::showNoData()
     if (m_noData != nullptr)
         return;
     clear();
-    m_noData = new NoData;
+    m_noData = new NoData(m_services.display);
     m_noData->setMinimumHeight(kPanel.noDataHeight);
     m_readings->addLayout(inset(m_noData, {kPanel.padding, kPanel.padding, kPanel.padding, kPanel.spacing}));
 }
@@ -161,9 +154,9 @@ void FlowPanel::followFrames()
 {
     // Without a reading nothing moves; with one the computer's node always breathes.
     if (!m_moves || m_diagram == nullptr || !isVisible())
-        m_frames.reset();
-    else if (!m_frames)
-        m_frames = Injected<FrameClock>::current()->start(*this, [this](double now) { advance(now); });
+        m_run.reset();
+    else if (!m_run)
+        m_run = m_services.frames.start(*this, [this](double now) { advance(now); });
 }
 
 void FlowPanel::advance(double now)
@@ -185,7 +178,7 @@ void FlowPanel::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     // The wish for motion changes with the desktop's looks, and is told of in the same way.
-    if (event->type() == QEvent::PaletteChange && m_moves != motionIsWanted()) {
+    if (event->type() == QEvent::PaletteChange && m_moves == m_services.display.reducesMotion()) {
         m_moves = !m_moves;
         refresh();
     }

@@ -1,9 +1,7 @@
 // What the popover shows: the computer's draw and what charger and battery do in words, the power
 // flow diagram, and the ways to settings, donation page and end.
 //
-// It keeps nothing of its own: everything follows the latest reading. The donation page, the
-// display's frames and whether things may move come from Desktop, FrameClock and MotionSetting in
-// force; without a frame clock nothing moves.
+// It keeps nothing of its own: everything follows the latest reading.
 #pragma once
 
 #include "flow/flow_animator.h"
@@ -17,9 +15,18 @@ class QVBoxLayout;
 
 namespace amperly {
 
+class Desktop;
+class DisplaySettings;
 class FlowDiagram;
 class FlowHeader;
 class NoData;
+
+/// What the panel needs of the desktop; all of it must outlive the panel.
+struct PanelServices {
+    Desktop& desktop;
+    FrameClock& frames;
+    const DisplaySettings& display;
+};
 
 class FlowPanel : public QWidget {
 public:
@@ -28,7 +35,7 @@ public:
 
     /// Follows `live`, which must outlive the panel. `openSettings` is called when the user asks
     /// for the settings window.
-    FlowPanel(LiveModel& live, std::function<void()> openSettings);
+    FlowPanel(LiveModel& live, const PanelServices& services, std::function<void()> openSettings);
     ~FlowPanel() override;
 
     // Null while there is no reading.
@@ -53,13 +60,14 @@ private:
     void advance(double now);
 
     LiveModel& m_live;
+    const PanelServices m_services;
     QVBoxLayout* m_column;
     QVBoxLayout* m_readings;
     FlowHeader* m_header = nullptr;
     FlowDiagram* m_diagram = nullptr;
     NoData* m_noData = nullptr;
     bool m_moves;
-    std::unique_ptr<FrameClock::Run> m_frames;
+    std::unique_ptr<FrameClock::Run> m_run;
     LiveModel::Subscription m_subscription;
 };
 

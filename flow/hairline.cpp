@@ -7,7 +7,7 @@
 
 namespace amperly {
 
-Hairline::Hairline(QWidget* parent) : QWidget(parent)
+Hairline::Hairline(const DisplaySettings& display, QWidget* parent) : QWidget(parent), m_display(display)
 {
     setFixedHeight(1);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -19,7 +19,7 @@ void Hairline::paintEvent(QPaintEvent*)
     // At fractional scales the widget does not begin on a pixel; a picture of the line does.
     const double scale = pixelScale(painter);
     QImage line = clearPicture({static_cast<double>(width()), onPixels(1.0, scale)}, scale);
-    line.fill(separatorColor(palette()));
+    line.fill(separatorColor(palette(), m_display));
     drawOnPixels(painter, {}, line);
 }
 

@@ -5,12 +5,18 @@
 
 namespace amperly {
 
+class DisplaySettings;
+
 class Hairline : public QWidget {
 public:
-    explicit Hairline(QWidget* parent = nullptr);
+    /// `display` must outlive the widget.
+    explicit Hairline(const DisplaySettings& display, QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    const DisplaySettings& m_display;
 };
 
 } // namespace amperly

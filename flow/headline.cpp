@@ -25,7 +25,8 @@ const QString& caption()
 
 } // namespace
 
-Headline::Headline(QWidget* parent) : SpokenText(parent), m_figure(figureFont(kFigureSize, QFont::DemiBold))
+Headline::Headline(const DisplaySettings& display, QWidget* parent)
+    : SpokenText(parent), m_display(display), m_figure(figureFont(kFigureSize, QFont::DemiBold))
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -86,7 +87,7 @@ void Headline::paintEvent(QPaintEvent*)
     m_figure.setAnchor(fromRight ? 1.0 : 0.0);
     const auto left = [&](double width) { return fromRight ? this->width() - width : 0.0; };
     painter.setFont(font);
-    painter.setPen(secondaryColor(palette()));
+    painter.setPen(secondaryColor(palette(), m_display));
     painter.drawText(
         QPointF(left(metrics.horizontalAdvance(caption())), onPixels(metrics.ascent(), scale)), caption());
     m_figure.paint(painter, QPointF(left(m_figure.width()), captionHeight()),

@@ -7,9 +7,12 @@
 
 namespace amperly {
 
+class DisplaySettings;
+
 class Headline : public SpokenText {
 public:
-    explicit Headline(QWidget* parent = nullptr);
+    /// `display` must outlive the widget.
+    explicit Headline(const DisplaySettings& display, QWidget* parent = nullptr);
 
     /// A new reading. Its figure rolls in with the next frames; the first stands there at once.
     void setSample(const PowerSample& sample);
@@ -32,6 +35,7 @@ protected:
 private:
     [[nodiscard]] double captionHeight() const;
 
+    const DisplaySettings& m_display;
     RollingText m_figure;
 };
 

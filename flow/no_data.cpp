@@ -7,7 +7,7 @@
 
 namespace amperly {
 
-NoData::NoData(QWidget* parent) : SpokenText(parent)
+NoData::NoData(const DisplaySettings& display, QWidget* parent) : SpokenText(parent), m_display(display)
 {
     say(QStringLiteral("No power data available"));
 }
@@ -16,7 +16,7 @@ void NoData::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setFont(textFont(TextStyle::Body));
-    painter.setPen(secondaryColor(palette()));
+    painter.setPen(secondaryColor(palette(), m_display));
     painter.drawText(rect(), Qt::AlignCenter, accessibleName());
 }
 

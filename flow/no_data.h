@@ -5,12 +5,18 @@
 
 namespace amperly {
 
+class DisplaySettings;
+
 class NoData : public SpokenText {
 public:
-    explicit NoData(QWidget* parent = nullptr);
+    /// `display` must outlive the widget.
+    explicit NoData(const DisplaySettings& display, QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    const DisplaySettings& m_display;
 };
 
 } // namespace amperly

@@ -1,8 +1,11 @@
 // Everything that the program meets of machine and desktop, gathered for handing over. A back
-// end owns the parts; the program only borrows them.
+// end owns the parts, and has them all: what a machine lacks is a part that says so. The program
+// only borrows them.
 #pragma once
 
 #include "platform/desktop.h"
+#include "platform/display_settings.h"
+#include "platform/frame_clock.h"
 #include "platform/login_item.h"
 #include "platform/popover_host.h"
 #include "platform/preference_store.h"
@@ -23,6 +26,8 @@ struct Platform {
     PopoverHost& popover;
     LoginItem& loginItem;
     Desktop& desktop;
+    FrameClock& frames;
+    const DisplaySettings& display;
     UiFont& uiFont;
 };
 

@@ -22,10 +22,10 @@
 
 namespace amperly {
 
-SettingsView::SettingsView(LiveModel& live)
+SettingsView::SettingsView(LiveModel& live, LoginItem& loginItem, Desktop& desktop)
     : m_live(live)
     , m_store(PreferenceStore::standard())
-    , m_desktop(*Injected<Desktop>::current())
+    , m_desktop(desktop)
     , m_macStyle(Pref::macStyle)
     , m_chargerStyle(Pref::chargerStyle)
     , m_batteryStyle(Pref::batteryStyle)
@@ -40,7 +40,7 @@ SettingsView::SettingsView(LiveModel& live)
     , m_interval(Pref::interval)
     , m_smoothing(Pref::smoothing)
     , m_clickShows(Pref::clickShows)
-    , m_launchAtLogin(*Injected<LoginItem>::current(), [this](const std::string& failure) {
+    , m_launchAtLogin(loginItem, [this](const std::string& failure) {
         QMessageBox(QMessageBox::Warning, QStringLiteral("Amperly"), toText(failure), QMessageBox::Ok, this)
             .exec();
     })

@@ -21,9 +21,9 @@ enum class ReadingStyle;
 
 class SettingsView : public QWidget {
 public:
-    /// Follows `live`, the standard preference store and the login item in force, all of which
-    /// must outlive the view, as must the desktop in force.
-    explicit SettingsView(LiveModel& live);
+    /// Follows `live`, the standard preference store and the login item, all of which must outlive
+    /// the view, as must the desktop.
+    SettingsView(LiveModel& live, LoginItem& loginItem, Desktop& desktop);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -38,7 +38,7 @@ public:
     /// The form at a height, or whole, scrolled to its end if so wished.
     bool write(const QString& name, double scale, int height = kWhole, bool atEnd = false)
     {
-        SettingsView view(live);
+        SettingsView view(live, loginItem, desktop);
         auto* const scroll = view.findChild<QScrollArea*>();
         view.resize(view.minimumWidth(), height);
         view.show();
@@ -62,8 +62,6 @@ public:
 private:
     QString m_folder;
     Injected<PreferenceStore> m_currentPreferences{preferences};
-    Injected<LoginItem> m_currentLoginItem{loginItem};
-    Injected<Desktop> m_currentDesktop{desktop};
 };
 
 } // namespace

@@ -24,7 +24,8 @@ QBrush evening(const QSizeF& size)
 PanelOnDisplay::PanelOnDisplay(const std::optional<PowerSample>& sample)
 {
     m_live.setSample(sample);
-    m_panel = std::make_unique<FlowPanel>(m_live, [] {});
+    m_panel = std::make_unique<FlowPanel>(
+        m_live, PanelServices{.desktop = m_desktop, .frames = m_clock, .display = m_display}, [] {});
     m_panel->show();
     m_panel->setFocus(); // as the popover does
     m_panel->adjustSize();

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "flow/flow_panel.h"
-#include "platform/injected.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
 #include "platform/simulated/desktop/manual_frame_clock.h"
+#include "platform/simulated/desktop/recording_desktop.h"
 
 #include <QBrush>
 #include <QColor>
@@ -40,7 +41,8 @@ public:
 
 private:
     ManualFrameClock m_clock;
-    Injected<FrameClock> m_inForce{m_clock};
+    RecordingDesktop m_desktop;
+    FixedDisplaySettings m_display;
     LiveModel m_live;
     std::unique_ptr<FlowPanel> m_panel;
 };

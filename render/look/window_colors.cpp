@@ -1,7 +1,6 @@
 #include "render/look/window_colors.h"
 
-#include "platform/contrast_setting.h"
-#include "platform/injected.h"
+#include "platform/display_settings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,10 +21,9 @@ constexpr Shares kUsual;
 /// are as strong as the outline of a button.
 constexpr Shares kStrong{.secondaryOnLight = 0.85, .secondaryOnDark = 0.88, .separator = 0.5};
 
-const Shares& shares()
+const Shares& sharesFor(const DisplaySettings& display)
 {
-    const ContrastSetting* const setting = Injected<ContrastSetting>::current();
-    return setting != nullptr && setting->increasesContrast() ? kStrong : kUsual;
+    return display.increasesContrast() ? kStrong : kUsual;
 }
 
 float mixed(float front, float back, double opacity)
@@ -61,15 +59,16 @@ bool isDark(const QPalette& palette)
     return text(palette).lightnessF() > window(palette).lightnessF();
 }
 
-QColor secondaryColor(const QPalette& palette)
+QColor secondaryColor(const QPalette& palette, const DisplaySettings& display)
 {
-    return blended(text(palette), window(palette),
-        isDark(palette) ? shares().secondaryOnDark : shares().secondaryOnLight);
+    const Shares& shares = sharesFor(display);
+    return blended(
+        text(palette), window(palette), isDark(palette) ? shares.secondaryOnDark : shares.secondaryOnLight);
 }
 
-QColor separatorColor(const QPalette& palette)
+QColor separatorColor(const QPalette& palette, const DisplaySettings& display)
 {
-    return blended(text(palette), window(palette), shares().separator);
+    return blended(text(palette), window(palette), sharesFor(display).separator);
 }
 
 QColor linkColor(const QPalette& palette)

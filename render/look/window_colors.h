@@ -1,6 +1,5 @@
 // Colours that the toolkit's palette does not name, worked out from those that it does, so that
-// they suit light and dark desktops alike, and stand out more where the user asks for that
-// (ContrastSetting in force).
+// they suit light and dark desktops alike, and stand out more where the user asks for that.
 #pragma once
 
 #include <QColor>
@@ -8,14 +7,16 @@
 
 namespace amperly {
 
+class DisplaySettings;
+
 /// Whether text is lighter than what it stands on.
 [[nodiscard]] bool isDark(const QPalette& palette);
 
 /// Text of the second rank: captions, footers, what is not in use.
-[[nodiscard]] QColor secondaryColor(const QPalette& palette);
+[[nodiscard]] QColor secondaryColor(const QPalette& palette, const DisplaySettings& display);
 
 /// A hairline between parts of a window.
-[[nodiscard]] QColor separatorColor(const QPalette& palette);
+[[nodiscard]] QColor separatorColor(const QPalette& palette, const DisplaySettings& display);
 
 /// What can be clicked and leads elsewhere: the desktop's accent, as legible as text.
 [[nodiscard]] QColor linkColor(const QPalette& palette);

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/app_delegate.h"
-#include "platform/simulated/desktop/simulated_platform.h"
 #include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/simulated/desktop/simulated_platform.h"
 #include "prefs/pref.h"
 #include "tests/app/canned_readings.h"
 #include "tests/support/number_environment.h"
@@ -49,8 +49,6 @@ protected:
     MemoryPreferenceStore preferences;
     Injected<PreferenceStore> standardPreferences{preferences};
     SimulatedPlatform platform{preferences};
-    Injected<Desktop> currentDesktop{platform.desktop};
-    Injected<LoginItem> currentLoginItem{platform.loginItem};
     CannedReadings readings;
     std::unique_ptr<AppDelegate> app;
 };

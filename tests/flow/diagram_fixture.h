@@ -9,7 +9,7 @@ class DiagramTest : public PanelTest {
 protected:
     void make(const PowerSample& sample)
     {
-        diagram = std::make_unique<FlowDiagram>(sample);
+        diagram = std::make_unique<FlowDiagram>(sample, display);
         diagram->setContentsMargins(16, 14, 16, 14);
         diagram->resize(340, 228);
         static_cast<void>(shown()); // lays it out

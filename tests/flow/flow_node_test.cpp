@@ -1,6 +1,7 @@
 #include "flow/flow_node.h"
 
 #include "flow/diagram_layout.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
 #include "render/look/window_colors.h"
 #include "tests/support/pinned_drawing.h"
 
@@ -133,12 +134,13 @@ protected:
     [[nodiscard]] const Opacities& look() const { return GetParam() ? kActive : kInactive; }
 
     PinnedDrawing drawing;
+    FixedDisplaySettings display;
     QPalette palette{QColor(Qt::black)};
 };
 
 TEST_P(FlowNodeTest, TheSheetIsTintedGlassWithGlossOnItsUpperHalf)
 {
-    FlowNode node(content(GetParam()));
+    FlowNode node(content(GetParam()), display);
     const QImage shown = picture(node);
     for (const double y : {3.0, 5.0, 20.0, 30.0, 36.0, 40.0, 60.0})
         expectAt(shown, y < 14.0 ? 42.0 : 6.0, y, sheet(y));
@@ -146,7 +148,7 @@ TEST_P(FlowNodeTest, TheSheetIsTintedGlassWithGlossOnItsUpperHalf)
 
 TEST_P(FlowNodeTest, TheBorderRunsFromWhiteThroughTheTintToLessOfIt)
 {
-    FlowNode node(content(GetParam()));
+    FlowNode node(content(GetParam()), display);
     const QImage shown = picture(node);
     for (const double x : {20.0, 42.0, 64.0}) {
         expectAt(shown, x, 0.4, border(x, 0.4).over(sheet(0.4)));
@@ -163,9 +165,9 @@ TEST_P(FlowNodeTest, TheBorderRunsFromWhiteThroughTheTintToLessOfIt)
 
 TEST_P(FlowNodeTest, TheSymbolWearsTheTintWhereThereIsPower)
 {
-    FlowNode node(content(GetParam()));
+    FlowNode node(content(GetParam()), display);
     const QImage shown = picture(node);
-    const QColor ink = GetParam() ? QColor::fromRgbF(0.25F, 0.78F, 0.45F) : secondaryColor(palette);
+    const QColor ink = GetParam() ? QColor::fromRgbF(0.25F, 0.78F, 0.45F) : secondaryColor(palette, display);
     const Light expected = Light::of({ink.redF(), ink.greenF(), ink.blueF()}, 1.0).dimmed(look().whole);
     int inked = 0;
     constexpr int kSide = static_cast<int>(24.0 * kScale);
@@ -184,7 +186,7 @@ TEST_P(FlowNodeTest, TheSymbolWearsTheTintWhereThereIsPower)
 
 TEST_P(FlowNodeTest, TheGlowLiesUnderTheNodeAndAroundIt)
 {
-    FlowNode node(content(GetParam()));
+    FlowNode node(content(GetParam()), display);
     const QImage dark = picture(node);
     const QImage lit = picture(node, 0.38);
     EXPECT_EQ(at(dark, -2.0, 37.0), QColor(Qt::black));
@@ -196,9 +198,9 @@ TEST_P(FlowNodeTest, TheGlowLiesUnderTheNodeAndAroundIt)
 
 TEST_P(FlowNodeTest, ANewValueRollsIn)
 {
-    FlowNode node(content(GetParam()));
+    FlowNode node(content(GetParam()), display);
     const QImage before = picture(node);
-    FlowNode other(content(GetParam(), "9.7 W"));
+    FlowNode other(content(GetParam(), "9.7 W"), display);
     const QImage after = picture(other);
     ASSERT_NE(before, after);
     node.setContent(other.content());
@@ -214,9 +216,9 @@ TEST_P(FlowNodeTest, ANewValueRollsIn)
 
 TEST_P(FlowNodeTest, SettledItShowsTheNewValueAtOnce)
 {
-    FlowNode node(content(GetParam()));
+    FlowNode node(content(GetParam()), display);
     static_cast<void>(picture(node));
-    FlowNode other(content(GetParam(), "19.7 W"));
+    FlowNode other(content(GetParam(), "19.7 W"), display);
     node.setContent(other.content());
     node.settle();
     EXPECT_EQ(picture(node), picture(other));

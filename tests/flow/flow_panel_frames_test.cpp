@@ -57,8 +57,7 @@ TEST_F(FlowPanelFramesTest, HiddenItAsksForNoFrames)
 
 TEST_F(FlowPanelFramesTest, WhoWantsNoMotionSeesTheReadingAtOnceAndNoFrames)
 {
-    const FixedMotionSetting still{true};
-    Injected<MotionSetting> inForce{const_cast<FixedMotionSetting&>(still)};
+    display.setReducesMotion(true);
     openWith(kCharging);
     EXPECT_FALSE(clock.isRunning());
     EXPECT_EQ(panel->diagram()->appearance(), 1.0);
@@ -78,21 +77,18 @@ TEST_F(FlowPanelFramesTest, AnOpenPanelComesToRestAndMovesAgainAsTheUserWishes)
         QEvent change(QEvent::PaletteChange);
         QApplication::sendEvent(panel.get(), &change);
     };
-    {
-        FixedMotionSetting still{true};
-        const Injected<MotionSetting> stillInForce{still};
-        tell();
-        EXPECT_FALSE(clock.isRunning());
-        EXPECT_EQ(panel->diagram()->appearance(), 1.0);
-    }
+    display.setReducesMotion(true);
+    tell();
+    EXPECT_FALSE(clock.isRunning());
+    EXPECT_EQ(panel->diagram()->appearance(), 1.0);
+    display.setReducesMotion(false);
     tell();
     EXPECT_TRUE(clock.isRunning());
 }
 
 TEST_F(FlowPanelFramesTest, WithoutMotionAReadingThatIsTheSameAgainPaintsNothing)
 {
-    FixedMotionSetting still{true};
-    const Injected<MotionSetting> inForce{still};
+    display.setReducesMotion(true);
     openWith(kCharging);
     paintWhatAsksForIt();
     const PaintCount count;

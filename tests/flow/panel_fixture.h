@@ -5,10 +5,8 @@
 #include "flow/flow_diagram.h"
 #include "flow/flow_header.h"
 #include "flow/flow_panel.h"
-#include "platform/injected.h"
-#include "platform/motion_setting.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
 #include "platform/simulated/desktop/manual_frame_clock.h"
-#include "platform/simulated/desktop/fixed_motion_setting.h"
 #include "platform/simulated/desktop/recording_desktop.h"
 #include "tests/support/number_environment.h"
 #include "tests/support/pinned_drawing.h"
@@ -60,7 +58,9 @@ protected:
     /// Opens the panel on the latest reading.
     void open()
     {
-        panel = std::make_unique<FlowPanel>(live, [this] { ++settingsOpened; });
+        panel = std::make_unique<FlowPanel>(live,
+            PanelServices{.desktop = desktop, .frames = clock, .display = display},
+            [this] { ++settingsOpened; });
         panel->show();
         panel->setFocus();
         QApplication::processEvents();
@@ -93,11 +93,8 @@ protected:
 
     PinnedDrawing drawing;
     ManualFrameClock clock{1000.0};
-    FixedMotionSetting moving{false};
+    FixedDisplaySettings display;
     RecordingDesktop desktop;
-    Injected<FrameClock> clockInForce{clock};
-    Injected<MotionSetting> motionInForce{moving};
-    Injected<Desktop> desktopInForce{desktop};
     LiveModel live;
     int settingsOpened = 0;
     std::unique_ptr<FlowPanel> panel;

@@ -37,7 +37,7 @@ protected:
 
     void open()
     {
-        view = std::make_unique<SettingsView>(live);
+        view = std::make_unique<SettingsView>(live, loginItem, desktop);
         view->show();
     }
 
@@ -81,8 +81,6 @@ protected:
 private:
     PinnedDrawing m_drawing;
     Injected<PreferenceStore> m_currentPreferences{preferences};
-    Injected<LoginItem> m_currentLoginItem{loginItem};
-    Injected<Desktop> m_currentDesktop{desktop};
 };
 
 } // namespace amperly

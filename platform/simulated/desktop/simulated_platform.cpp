@@ -21,6 +21,8 @@ Platform SimulatedPlatform::platform()
         .popover = popover,
         .loginItem = loginItem,
         .desktop = desktop,
+        .frames = frames,
+        .display = display,
         .uiFont = uiFont,
     };
 }

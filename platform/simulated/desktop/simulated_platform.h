@@ -3,12 +3,14 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "platform/simulated/desktop/recording_popover_host.h"
 #include "platform/simulated/desktop/fake_login_item.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
 #include "platform/simulated/desktop/fixed_ui_font.h"
-#include "platform/simulated/laptop/manual_timer_source.h"
+#include "platform/simulated/desktop/manual_frame_clock.h"
 #include "platform/simulated/desktop/recording_desktop.h"
+#include "platform/simulated/desktop/recording_popover_host.h"
 #include "platform/simulated/desktop/recording_status_item.h"
+#include "platform/simulated/laptop/manual_timer_source.h"
 #include "platform/simulated/laptop/simulated_laptop.h"
 
 namespace amperly {
@@ -32,6 +34,8 @@ public:
     RecordingPopoverHost popover;
     FakeLoginItem loginItem;
     RecordingDesktop desktop;
+    ManualFrameClock frames;
+    FixedDisplaySettings display;
     FixedUiFont uiFont;
 
 private:

@@ -1,7 +1,6 @@
 #include "render/look/window_colors.h"
 
-#include "platform/injected.h"
-#include "platform/simulated/desktop/fixed_contrast_setting.h"
+#include "platform/simulated/desktop/fixed_display_settings.h"
 
 #include <gtest/gtest.h>
 
@@ -18,6 +17,7 @@ QPalette paletteOf(const QColor& text, const QColor& window)
 
 const QPalette kLight = paletteOf(Qt::black, Qt::white);
 const QPalette kDark = paletteOf(Qt::white, Qt::black);
+const FixedDisplaySettings kUsual;
 
 TEST(WindowColorsTest, DesktopIsDarkWhereTextIsLighterThanItsGround)
 {
@@ -29,14 +29,14 @@ TEST(WindowColorsTest, CaptionsAndLinesAreStrongerWhereTheUserAsksForMoreContras
 {
     for (const QPalette& palette : {kLight, kDark}) {
         const QColor ground = palette.color(QPalette::Window);
-        const double caption = contrastRatio(secondaryColor(palette), ground);
-        const double line = contrastRatio(separatorColor(palette), ground);
-        FixedContrastSetting more(true);
-        const Injected<ContrastSetting> inForce(more);
-        EXPECT_GT(contrastRatio(secondaryColor(palette), ground), 7.0);
-        EXPECT_GT(contrastRatio(secondaryColor(palette), ground), caption);
-        EXPECT_GT(contrastRatio(separatorColor(palette), ground), 3.0);
-        EXPECT_GT(contrastRatio(separatorColor(palette), ground), line);
+        const double caption = contrastRatio(secondaryColor(palette, kUsual), ground);
+        const double line = contrastRatio(separatorColor(palette, kUsual), ground);
+        FixedDisplaySettings more;
+        more.setIncreasesContrast(true);
+        EXPECT_GT(contrastRatio(secondaryColor(palette, more), ground), 7.0);
+        EXPECT_GT(contrastRatio(secondaryColor(palette, more), ground), caption);
+        EXPECT_GT(contrastRatio(separatorColor(palette, more), ground), 3.0);
+        EXPECT_GT(contrastRatio(separatorColor(palette, more), ground), line);
     }
 }
 
@@ -49,10 +49,10 @@ TEST(WindowColorsTest, BlendGoesFromTheBackToTheFront)
 
 TEST(WindowColorsTest, SecondaryTextStandsBetweenTextAndSeparatorOnLightAndDark)
 {
-    EXPECT_GT(secondaryColor(kLight).lightness(), 0);
-    EXPECT_LT(secondaryColor(kLight).lightness(), separatorColor(kLight).lightness());
-    EXPECT_LT(secondaryColor(kDark).lightness(), 255);
-    EXPECT_GT(secondaryColor(kDark).lightness(), separatorColor(kDark).lightness());
+    EXPECT_GT(secondaryColor(kLight, kUsual).lightness(), 0);
+    EXPECT_LT(secondaryColor(kLight, kUsual).lightness(), separatorColor(kLight, kUsual).lightness());
+    EXPECT_LT(secondaryColor(kDark, kUsual).lightness(), 255);
+    EXPECT_GT(secondaryColor(kDark, kUsual).lightness(), separatorColor(kDark, kUsual).lightness());
 }
 
 TEST(WindowColorsTest, ContrastGoesFromOneToTwentyOne)

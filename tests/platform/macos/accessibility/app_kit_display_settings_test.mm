@@ -1,22 +1,22 @@
-#include "platform/macos/accessibility/display_settings.h"
+#include "platform/macos/accessibility/app_kit_display_settings.h"
 
 #include "tests/platform/macos/fakes/fake_desktop_test.h"
 
 namespace amperly {
 namespace {
 
-class DisplaySettingsTest : public FakeDesktopTest {
+class AppKitDisplaySettingsTest : public FakeDesktopTest {
 protected:
-    DisplaySettings settings;
+    AppKitDisplaySettings settings;
 };
 
-TEST_F(DisplaySettingsTest, NothingIsAskedForByDefault)
+TEST_F(AppKitDisplaySettingsTest, NothingIsAskedForByDefault)
 {
     EXPECT_FALSE(settings.reducesMotion());
     EXPECT_FALSE(settings.increasesContrast());
 }
 
-TEST_F(DisplaySettingsTest, EachSettingIsToldApart)
+TEST_F(AppKitDisplaySettingsTest, EachSettingIsToldApart)
 {
     stage.system.reducesMotion = true;
     EXPECT_TRUE(settings.reducesMotion());
@@ -27,10 +27,10 @@ TEST_F(DisplaySettingsTest, EachSettingIsToldApart)
     EXPECT_TRUE(settings.increasesContrast());
 }
 
-TEST_F(DisplaySettingsTest, AChangeIsTold)
+TEST_F(AppKitDisplaySettingsTest, AChangeIsTold)
 {
     int changes = 0;
-    DisplaySettings watched;
+    AppKitDisplaySettings watched;
     watched.onDidChange([&] {
         ++changes;
         EXPECT_TRUE(watched.increasesContrast());

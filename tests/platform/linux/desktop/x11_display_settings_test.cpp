@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/desktop_motion.h"
+#include "platform/linux/desktop/linux_display_settings.h"
 
 #include "platform/linux/x11/x11_atoms.h"
 #include "platform/linux/x11/x11_connection.h"
@@ -11,7 +11,7 @@ namespace amperly {
 namespace {
 
 /// On an X server of its own, where nobody else publishes settings.
-class X11MotionTest : public PrivateDisplayTest {
+class X11DisplaySettingsTest : public PrivateDisplayTest {
 protected:
     /// As a desktop's daemon does, which here shares the toolkit's connection.
     static void publish(const SerialisedSettings& settings)
@@ -27,18 +27,34 @@ protected:
         xcb_set_selection_owner(connection, owner, internAtom(connection, "_XSETTINGS_S0"), XCB_CURRENT_TIME);
     }
 
-    static bool reducesMotion() { return DesktopMotion(nullptr, "/nonexistent", "XFCE").reducesMotion(); }
+    LinuxDisplaySettings display{nullptr, "/nonexistent", "XFCE"};
 };
 
-TEST_F(X11MotionTest, ADesktopThatPublishesNoAnimationsReducesMotion)
+TEST_F(X11DisplaySettingsTest, ADesktopThatPublishesNoAnimationsReducesMotion)
 {
-    EXPECT_FALSE(reducesMotion());
+    EXPECT_FALSE(display.reducesMotion());
     publish(SerialisedSettings(true, 1).text("Net/ThemeName", "Adwaita"));
-    EXPECT_FALSE(reducesMotion());
+    EXPECT_FALSE(display.reducesMotion());
     publish(SerialisedSettings(true, 1).integer("Gtk/EnableAnimations", 0));
-    EXPECT_TRUE(reducesMotion());
+    EXPECT_TRUE(display.reducesMotion());
     publish(SerialisedSettings(true, 1).integer("Gtk/EnableAnimations", 1));
-    EXPECT_FALSE(reducesMotion());
+    EXPECT_FALSE(display.reducesMotion());
+}
+
+TEST_F(X11DisplaySettingsTest, AThemeForHighContrastIsSeenAtTheNextLook)
+{
+    int changes = 0;
+    display.onChanged([&] { ++changes; });
+    for (const char* const theme : {"HighContrast", "HighContrastInverse"}) {
+        publish(SerialisedSettings(true, 1).text("Net/ThemeName", theme));
+        display.refresh();
+        EXPECT_TRUE(display.increasesContrast()) << theme;
+    }
+    EXPECT_EQ(changes, 1);
+    publish(SerialisedSettings(true, 1).text("Net/ThemeName", "Adwaita"));
+    display.refresh();
+    EXPECT_FALSE(display.increasesContrast());
+    EXPECT_EQ(changes, 2);
 }
 
 } // namespace

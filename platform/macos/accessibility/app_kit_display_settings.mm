@@ -1,4 +1,4 @@
-#include "platform/macos/accessibility/display_settings.h"
+#include "platform/macos/accessibility/app_kit_display_settings.h"
 
 #import <AppKit/AppKit.h>
 
@@ -6,17 +6,17 @@
 
 namespace amperly {
 
-bool DisplaySettings::reducesMotion() const
+bool AppKitDisplaySettings::reducesMotion() const
 {
     return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion == YES;
 }
 
-bool DisplaySettings::increasesContrast() const
+bool AppKitDisplaySettings::increasesContrast() const
 {
     return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast == YES;
 }
 
-void DisplaySettings::onDidChange(std::function<void()> handler)
+void AppKitDisplaySettings::onDidChange(std::function<void()> handler)
 {
     m_observer = std::make_unique<NotificationObserver>(NSWorkspace.sharedWorkspace.notificationCenter,
         NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification, std::move(handler));

@@ -1,15 +1,14 @@
 // What the user has set for displays in the system's accessibility settings.
 #pragma once
 
-#include "platform/contrast_setting.h"
+#include "platform/display_settings.h"
 #include "platform/macos/foundation/notification_observer.h"
-#include "platform/motion_setting.h"
 
 #include <memory>
 
 namespace amperly {
 
-class DisplaySettings : public MotionSetting, public ContrastSetting {
+class AppKitDisplaySettings : public DisplaySettings {
 public:
     [[nodiscard]] bool reducesMotion() const override;
     [[nodiscard]] bool increasesContrast() const override;
