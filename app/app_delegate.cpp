@@ -6,7 +6,6 @@
 #include "render/number_locale.h"
 #include "render/status_image.h"
 #include "render/status_renderer.h"
-#include "telemetry/power_reader.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -133,7 +132,7 @@ void AppDelegate::scheduleTimer()
 
 void AppDelegate::update()
 {
-    const std::optional<PowerSample> sample = smoothed(PowerReader::read());
+    const std::optional<PowerSample> sample = smoothed(m_platform.power.read());
     const bool news = sample != m_live.sample() || !m_isDrawn;
     m_live.setSample(sample);
     // A machine at rest reads the same again and again; its picture need not even be composed.

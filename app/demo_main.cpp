@@ -4,34 +4,29 @@
 #include "platform/simulated/desktop/fake_login_item.h"
 #include "platform/simulated/laptop/simulated_day.h"
 #include "platform/simulated/laptop/simulated_laptop.h"
+#include "telemetry/power_reader.h"
 
 #include <chrono>
-#include <string_view>
+#include <optional>
 
 namespace {
 
 using namespace amperly;
 
-/// The laptop's registry on the wall's clock: looking at it is what lets the day go on.
-class PassingDay : public Registry {
+/// A laptop's day on the wall's clock: reading it is what lets the day go on.
+class PassingDay : public PowerSource {
 public:
-    explicit PassingDay(SimulatedLaptop& laptop) : m_laptop(laptop), m_day(laptop) { }
-
-    [[nodiscard]] RegistryEntry find(std::string_view className) override
+    [[nodiscard]] std::optional<PowerSample> read() override
     {
         const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - m_start;
         m_day.advanceTo(passed.count());
-        return m_laptop.registry().find(className);
+        return m_reader.read();
     }
-    [[nodiscard]] RegistryProperty copyProperty(RegistryEntry entry, std::string_view name) override
-    {
-        return m_laptop.registry().copyProperty(entry, name);
-    }
-    void release(RegistryEntry entry) override { m_laptop.registry().release(entry); }
 
 private:
-    SimulatedLaptop& m_laptop;
-    SimulatedDay m_day;
+    SimulatedLaptop m_laptop;
+    SimulatedDay m_day{m_laptop};
+    PowerReader m_reader{m_laptop.smc(), m_laptop.registry()};
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
@@ -39,11 +34,9 @@ private:
 
 int main(int argc, char** argv)
 {
-    SimulatedLaptop laptop;
-    PassingDay day(laptop);
+    PassingDay day;
     // The demo goes by Amperly's own entry in the desktop's menus, and would go by its entry at
     // login: what is tried out here is not to change what the user's session starts.
     FakeLoginItem loginItem;
-    return runLinuxProgram(
-        argc, argv, kAmperlyDemo, {.smcService = laptop.smc(), .registry = day, .loginItem = &loginItem});
+    return runLinuxProgram(argc, argv, kAmperlyDemo, {.power = day, .loginItem = &loginItem});
 }

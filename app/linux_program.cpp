@@ -23,7 +23,6 @@
 #include "platform/linux/x11/x11_settings.h"
 #include "platform/linux/xembed/xembed_item.h"
 #include "render/status_art.h"
-#include "telemetry/power_reader.h"
 
 #include <QApplication>
 #include <QFont>
@@ -105,11 +104,9 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
 
     const Injected<PreferenceStore> standardPreferences(preferences);
     const Injected<StatusArt> currentArt(art);
-    const PowerReader::Sources sources(subject.smcService, subject.registry);
 
     AppDelegate application({
-        .smcService = subject.smcService,
-        .registry = subject.registry,
+        .power = subject.power,
         .preferences = preferences,
         .timers = timers,
         .statusItem = statusItem,
@@ -118,7 +115,6 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
         .desktop = desktop,
         .frames = frames,
         .display = display,
-        .uiFont = uiFont,
     });
     display.onChanged([&application] { application.appearanceChanged(); });
     application.applicationDidFinishLaunching();

@@ -5,8 +5,7 @@
 namespace amperly {
 
 class LoginItem;
-class Registry;
-class SmcService;
+class PowerSource;
 
 /// What tells one program from another on the same desktop.
 struct ProgramIdentity {
@@ -35,8 +34,7 @@ inline constexpr ProgramIdentity kAmperlyDemo{
 
 /// What a program is about; all of it must outlive the program.
 struct ProgramSubject {
-    SmcService& smcService;
-    Registry& registry;
+    PowerSource& power;
     LoginItem* loginItem = nullptr; ///< none: the one of the user's session
 };
 

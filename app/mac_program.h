@@ -35,6 +35,7 @@ private:
     AppKitDesktop m_desktop;
     IoKitSmcService m_smcService;
     IoKitRegistry m_registry;
+    PowerReader m_power{m_smcService, m_registry};
     UserDefaultsStore m_preferences;
     MainAppLoginItem m_loginItem;
     RunLoopTimerSource m_timers;
@@ -46,7 +47,6 @@ private:
 
     const Injected<PreferenceStore> m_standardPreferences{m_preferences};
     const Injected<StatusArt> m_currentArt{m_art};
-    const PowerReader::Sources m_sources{m_smcService, m_registry};
 
     AppDelegate m_delegate;
     const LocaleWatch m_locale{[this] { m_delegate.localeChanged(); }};

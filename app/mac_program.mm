@@ -9,8 +9,7 @@ MacProgram::MacProgram(AccessoryApplication& application, UiFont& font, const Vi
     , m_popover({.anchor = [this] { return static_cast<NSView*>(m_statusItem.button()); }, .viewOf = viewOf})
     , m_frames(viewOf)
     , m_delegate({
-          .smcService = m_smcService,
-          .registry = m_registry,
+          .power = m_power,
           .preferences = m_preferences,
           .timers = m_timers,
           .statusItem = m_statusItem,
@@ -19,7 +18,6 @@ MacProgram::MacProgram(AccessoryApplication& application, UiFont& font, const Vi
           .desktop = m_desktop,
           .frames = m_frames,
           .display = m_display,
-          .uiFont = font,
       })
 {
     m_display.onDidChange([this] { m_delegate.appearanceChanged(); });

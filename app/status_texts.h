@@ -2,7 +2,7 @@
 // differently: most ticks change nothing that anybody can read.
 #pragma once
 
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 #include <optional>
 #include <string>

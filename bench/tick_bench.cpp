@@ -11,8 +11,8 @@
 #include "bench/drawing_status_item.h"
 #include "bench/heap_count.h"
 #include "bench/timing.h"
-#include "platform/linux/power/linux_registry.h"
-#include "platform/linux/power/no_smc_service.h"
+#include "platform/linux/power/linux_power_source.h"
+#include "platform/linux/power/posix_files.h"
 #include "platform/linux/preferences/ini_preference_store.h"
 #include "platform/linux/text/linux_ui_font.h"
 #include "platform/simulated/desktop/fake_login_item.h"
@@ -22,7 +22,6 @@
 #include "platform/simulated/desktop/recording_popover_host.h"
 #include "platform/simulated/laptop/manual_timer_source.h"
 #include "render/status_art.h"
-#include "telemetry/power_reader.h"
 
 #include <QApplication>
 
@@ -44,14 +43,13 @@ using namespace amperly;
 class Program {
 public:
     Program(BenchLaptop& laptop, DrawingStatusItem::Panel panel)
-        : m_registry(laptop.root())
+        : m_power(m_files, laptop.root())
         , m_preferences(laptop.preferencesFile(), [](const std::string&) {})
         , m_statusItem(panel)
         , m_font("DejaVu Sans")
         , m_art(m_font)
         , m_delegate({
-              .smcService = m_controller,
-              .registry = m_registry,
+              .power = m_power,
               .preferences = m_preferences,
               .timers = m_timers,
               .statusItem = m_statusItem,
@@ -60,7 +58,6 @@ public:
               .desktop = m_desktop,
               .frames = m_frames,
               .display = m_display,
-              .uiFont = m_font,
           })
     {
         m_delegate.applicationDidFinishLaunching();
@@ -73,8 +70,8 @@ public:
     [[nodiscard]] int changes() const { return m_statusItem.changes(); }
 
 private:
-    NoSmcService m_controller;
-    LinuxRegistry m_registry;
+    PosixFiles m_files;
+    LinuxPowerSource m_power;
     IniPreferenceStore m_preferences;
     ManualTimerSource m_timers;
     DrawingStatusItem m_statusItem;
@@ -87,7 +84,6 @@ private:
     StatusArt m_art;
     const Injected<PreferenceStore> m_standardPreferences{m_preferences};
     const Injected<StatusArt> m_currentArt{m_art};
-    const PowerReader::Sources m_sources{m_controller, m_registry};
     AppDelegate m_delegate;
 };
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "flow/glass/bezier.h"
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 namespace amperly {
 

@@ -2,7 +2,7 @@
 // moved by the frames of the display, whatever their rate.
 #pragma once
 
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 #include <array>
 #include <optional>

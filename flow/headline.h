@@ -3,7 +3,7 @@
 
 #include "flow/rolling_text.h"
 #include "flow/spoken_text.h"
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 namespace amperly {
 

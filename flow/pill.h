@@ -2,7 +2,7 @@
 #pragma once
 
 #include "flow/glass/flow_color.h"
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-// Names in the registry's battery entry, which every back end presents and one reader reads.
+// Names in the registry's battery entry.
 #pragma once
 
 #include <string_view>
@@ -20,18 +20,9 @@ inline constexpr std::string_view kInstantAmperage
 // Entry of kAdapterDetails.
 inline constexpr std::string_view kWatts = "Watts"; ///< the adapter's rating
 
-// Entries of kPowerTelemetryData, each in whole milliwatts and there only if something measures it.
+// Entries of kPowerTelemetryData, each in whole milliwatts.
 inline constexpr std::string_view kBatteryPower = "BatteryPower"; ///< positive into the battery
 inline constexpr std::string_view kSystemPowerIn = "SystemPowerIn";
 inline constexpr std::string_view kSystemLoad = "SystemLoad";
-
-// Entries of kPowerTelemetryData, booleans that are true where a machine has no way to know the
-// figure, so that it must not be worked out from the others or shown as 0. Controllers that
-// measure everything never have them.
-inline constexpr std::string_view kBatteryPowerUnknown = "BatteryPowerUnknown";
-inline constexpr std::string_view kSystemPowerInUnknown = "SystemPowerInUnknown";
-inline constexpr std::string_view kSystemLoadUnknown = "SystemLoadUnknown";
-/// Why kExternalConnected is missing: it could be either.
-inline constexpr std::string_view kExternalUnknown = "ExternalUnknown";
 
 } // namespace amperly::battery_entry

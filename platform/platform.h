@@ -8,18 +8,15 @@
 #include "platform/frame_clock.h"
 #include "platform/login_item.h"
 #include "platform/popover_host.h"
+#include "platform/power_source.h"
 #include "platform/preference_store.h"
-#include "platform/registry.h"
 #include "platform/repeating_timer.h"
-#include "platform/smc_service.h"
 #include "platform/status_item.h"
-#include "platform/ui_font.h"
 
 namespace amperly {
 
 struct Platform {
-    SmcService& smcService;
-    Registry& registry;
+    PowerSource& power;
     PreferenceStore& preferences;
     TimerSource& timers;
     StatusItem& statusItem;
@@ -28,7 +25,6 @@ struct Platform {
     Desktop& desktop;
     FrameClock& frames;
     const DisplaySettings& display;
-    UiFont& uiFont;
 };
 
 } // namespace amperly

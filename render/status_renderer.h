@@ -5,7 +5,7 @@
 // A figure that the machine cannot measure shows as a dash alone, without unit or sign.
 #pragma once
 
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 #include <array>
 #include <optional>

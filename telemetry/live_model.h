@@ -2,7 +2,7 @@
 // readings subscribes here.
 #pragma once
 
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 #include <functional>
 #include <memory>

@@ -154,48 +154,24 @@ PowerSample sampleFromRegistry(const BatteryService& service, const Connection& 
             return std::nullopt;
         return static_cast<double>(*milliwatts) / 1000.0;
     };
-    const auto isUnknown
-        = [&telemetry](std::string_view key) { return telemetry.find(key) == RegistryScalar(true); };
 
     sample.battery = mW(battery_entry::kBatteryPower).value_or(millivolts * milliamperes / 1'000'000);
-    sample.batteryKnown = !isUnknown(battery_entry::kBatteryPowerUnknown);
-
     const double adapter = mW(battery_entry::kSystemPowerIn).value_or(0);
     sample.adapterIn = notNegative(adapter);
-    sample.adapterInKnown = !isUnknown(battery_entry::kSystemPowerInUnknown);
-
-    // A load that has to be worked out is known no better than what it is worked out from.
-    const std::optional<double> load = mW(battery_entry::kSystemLoad);
-    sample.systemLoad = notNegative(load.value_or(adapter - sample.battery));
-    sample.systemLoadKnown = !isUnknown(battery_entry::kSystemLoadUnknown)
-        && (load.has_value() || (sample.batteryKnown && sample.adapterInKnown));
-
-    sample.externalKnown = connection.external || !isUnknown(battery_entry::kExternalUnknown);
-
-    if (!sample.batteryKnown)
-        sample.battery = 0;
-    if (!sample.adapterInKnown)
-        sample.adapterIn = 0;
-    if (!sample.systemLoadKnown)
-        sample.systemLoad = 0;
+    sample.systemLoad = notNegative(mW(battery_entry::kSystemLoad).value_or(adapter - sample.battery));
     return sample;
 }
 
 } // namespace
 
-PowerReader::Sources* PowerReader::Sources::s_current = nullptr;
-
-PowerReader::Sources::Sources(SmcService& smcService, Registry& registry)
-    : m_smcService(smcService), m_registry(registry), m_previous(std::exchange(s_current, this))
+PowerReader::PowerReader(SmcService& smcService, Registry& registry)
+    : m_smcService(smcService), m_registry(registry)
 {
 }
 
-PowerReader::Sources::~Sources()
-{
-    s_current = m_previous;
-}
+PowerReader::~PowerReader() = default;
 
-SMC* PowerReader::Sources::smc()
+SMC* PowerReader::smc()
 {
     std::call_once(m_smcTried, [this] { m_smc = SMC::open(m_smcService); });
     return m_smc.get();
@@ -203,15 +179,11 @@ SMC* PowerReader::Sources::smc()
 
 std::optional<PowerSample> PowerReader::read()
 {
-    Sources* const sources = Sources::s_current;
-    if (sources == nullptr)
-        return std::nullopt;
-
-    const BatteryService service(sources->m_registry);
+    const BatteryService service(m_registry);
     const Connection connection = readConnection(service);
-    if (SMC* const smc = sources->smc()) {
-        if (const std::optional<double> system = smc->floatValue("PSTR"))
-            return sampleFromController(*smc, *system, connection);
+    if (SMC* const controller = smc()) {
+        if (const std::optional<double> system = controller->floatValue("PSTR"))
+            return sampleFromController(*controller, *system, connection);
     }
     if (service.isPresent())
         return sampleFromRegistry(service, connection);

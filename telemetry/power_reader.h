@@ -2,7 +2,7 @@
 // there is one, else from the battery controller's registry entry.
 #pragma once
 
-#include "telemetry/power_sample.h"
+#include "platform/power_source.h"
 
 #include <memory>
 #include <mutex>
@@ -14,38 +14,26 @@ class Registry;
 class SMC;
 class SmcService;
 
-class PowerReader {
+class PowerReader final : public PowerSource {
 public:
-    PowerReader() = delete;
+    /// Both must outlive the reader.
+    PowerReader(SmcService& smcService, Registry& registry);
+    ~PowerReader() override;
+    PowerReader(const PowerReader&) = delete;
+    PowerReader& operator=(const PowerReader&) = delete;
 
-    /// Reads once, synchronously: one service look-up, up to six property copies and up to
-    /// three controller requests. Nothing when no source at all is available. Outside every
-    /// Sources there is none.
-    [[nodiscard]] static std::optional<PowerSample> read();
-
-    /// What read() reads from, for as long as this object lives. It keeps the one controller
-    /// client, which the first read() opens, once, whatever threads read; if that fails the
+    /// One service look-up, up to six property copies and up to three controller requests. The
+    /// first call opens the controller's client, once, whatever threads read; if that fails the
     /// controller is not tried again.
-    class Sources {
-    public:
-        /// Both must outlive this object. Scopes nest: the sources before come back with its end.
-        Sources(SmcService& smcService, Registry& registry);
-        ~Sources();
-        Sources(const Sources&) = delete;
-        Sources& operator=(const Sources&) = delete;
+    [[nodiscard]] std::optional<PowerSample> read() override;
 
-    private:
-        friend class PowerReader;
-        [[nodiscard]] SMC* smc();
+private:
+    [[nodiscard]] SMC* smc();
 
-        static Sources* s_current;
-
-        SmcService& m_smcService;
-        Registry& m_registry;
-        std::unique_ptr<SMC> m_smc;
-        std::once_flag m_smcTried;
-        Sources* m_previous;
-    };
+    SmcService& m_smcService;
+    Registry& m_registry;
+    std::unique_ptr<SMC> m_smc;
+    std::once_flag m_smcTried;
 };
 
 } // namespace amperly

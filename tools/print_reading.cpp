@@ -2,9 +2,9 @@
 // scripts, and for people who report how their machine is read.
 
 #include "own_sources.h"
-#include "telemetry/power_reader.h"
 
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -44,8 +44,7 @@ void print(const PowerSample& sample)
 int main()
 {
     amperly::OwnSources own;
-    const amperly::PowerReader::Sources sources(own.smcService, own.registry);
-    const std::optional<PowerSample> sample = amperly::PowerReader::read();
+    const std::optional<PowerSample> sample = own.power.read();
     if (!sample) {
         std::puts("No readable power source on this machine.");
         return 1;

@@ -5,7 +5,6 @@
 #include "platform/simulated/desktop/memory_preference_store.h"
 #include "platform/simulated/desktop/simulated_platform.h"
 #include "prefs/pref.h"
-#include "tests/app/canned_readings.h"
 #include "tests/support/number_environment.h"
 #include "tests/support/pinned_drawing.h"
 #include "tests/support/print_sample.h"
@@ -49,7 +48,7 @@ protected:
     MemoryPreferenceStore preferences;
     Injected<PreferenceStore> standardPreferences{preferences};
     SimulatedPlatform platform{preferences};
-    CannedReadings readings;
+    ScriptedPowerSource& readings = platform.power;
     std::unique_ptr<AppDelegate> app;
 };
 

@@ -45,8 +45,6 @@ std::vector<SupplyReading> suppliesIn(std::string_view bytes)
 void checkFigures(const BatteryFigures& batteries)
 {
     holdFinite(batteries.watts);
-    holdFinite(batteries.volts);
-    holdFinite(batteries.amperes);
     hold(!batteries.watts || std::abs(*batteries.watts) <= kHighestBatteryWatts * batteries.count);
     hold(!batteries.percent || (*batteries.percent >= 0 && *batteries.percent <= 100));
     hold(batteries.count > 0 || (!batteries.watts && !batteries.percent));

@@ -1,7 +1,7 @@
 // Failures show figures instead of bytes.
 #pragma once
 
-#include "telemetry/power_sample.h"
+#include "platform/power_sample.h"
 
 #include <ostream>
 

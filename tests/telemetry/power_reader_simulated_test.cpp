@@ -1,10 +1,14 @@
 // The reader on a whole simulated laptop, whose controller lays its records out by itself.
 
+#include "platform/simulated/laptop/manual_timer_source.h"
 #include "platform/simulated/laptop/simulated_laptop.h"
 #include "telemetry/power_reader.h"
 #include "tests/support/print_sample.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace amperly {
 namespace {
@@ -20,7 +24,7 @@ protected:
 
     PowerSample read()
     {
-        const std::optional<PowerSample> sample = PowerReader::read();
+        const std::optional<PowerSample> sample = reader.read();
         EXPECT_TRUE(sample.has_value());
         return sample.value_or(PowerSample{});
     }
@@ -37,9 +41,10 @@ protected:
 
     static constexpr double kFloatTolerance = 1e-4;
     static constexpr double kMilliwattTolerance = 5.1e-4;
+    static constexpr double kVoltageTimesCurrentTolerance = 0.02;
 
     SimulatedLaptop laptop;
-    PowerReader::Sources sources{laptop.smc(), laptop.registry()};
+    PowerReader reader{laptop.smc(), laptop.registry()};
 };
 
 TEST_F(PowerReaderOnLaptopTest, ControllerTellsTheLaptopsFlowsWhateverItsCharger)
@@ -129,18 +134,34 @@ TEST_F(PowerReaderOnLaptopTest, NeitherSourceIsNoReading)
 {
     laptop.loseController();
     laptop.refuse("AppleSmartBattery");
-    EXPECT_EQ(PowerReader::read(), std::nullopt);
+    EXPECT_EQ(reader.read(), std::nullopt);
 }
 
-TEST_F(PowerReaderOnLaptopTest, LostMeterIsAnUnknownFigure)
+TEST_F(PowerReaderOnLaptopTest, FigureThatTheEntryLacksIsWorkedOutFromTheOthers)
 {
     laptop.loseController();
-    laptop.loseMeter(Meter::SystemLoad);
-    laptop.loseMeter(Meter::AdapterIn);
-    EXPECT_FALSE(read().systemLoadKnown);
-    EXPECT_FALSE(read().adapterInKnown);
-    EXPECT_TRUE(read().batteryKnown);
-    EXPECT_NEAR(read().battery, laptop.flows().battery, kMilliwattTolerance);
+    laptop.plugIn(AdapterWatts{67});
+    for (const char* figure : {"SystemLoad", "BatteryPower"}) {
+        laptop.refuse(figure);
+        expectFlowsOfTheLaptop(kVoltageTimesCurrentTolerance);
+        laptop.behave(figure);
+    }
+}
+
+TEST_F(PowerReaderOnLaptopTest, AtATickTheLaptopIsWhereItIsAtThatInstant)
+{
+    ManualTimerSource timers;
+    timers.onTimePasses([this](double seconds) { laptop.advance(seconds); });
+    std::vector<double> instants;
+    std::vector<double> loads;
+    const auto timer = timers.start(2.0, 0.5, [&] {
+        instants.push_back(laptop.elapsedSeconds());
+        loads.push_back(read().systemLoad);
+    });
+    timers.advance(7.0);
+    EXPECT_THAT(instants, testing::ElementsAre(2.0, 4.0, 6.0));
+    EXPECT_NEAR(loads[1], WanderingLoad().wattsAt(4.0), kFloatTolerance);
+    EXPECT_EQ(laptop.elapsedSeconds(), 7.0);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ protected:
     /// The sample, which there must be.
     PowerSample read()
     {
-        const std::optional<PowerSample> sample = PowerReader::read();
+        const std::optional<PowerSample> sample = reader.read();
         EXPECT_TRUE(sample.has_value());
         return sample.value_or(PowerSample{});
     }
@@ -46,7 +46,7 @@ protected:
 
     CannedSmc controller;
     CannedRegistry registry;
-    PowerReader::Sources sources{controller, registry};
+    PowerReader reader{controller, registry};
 };
 
 TEST_F(PowerReaderSmcTest, ChargingOnPowerAllThreeFiguresAreMeasured)
@@ -190,11 +190,9 @@ TEST_F(PowerReaderSmcTest, RatingAndPercentAccompanyTheControllersFigures)
 
 TEST_F(PowerReaderSmcTest, TelemetryIsNotConsultedWhereTheControllerAnswers)
 {
-    registry.set(battery_entry::kPowerTelemetryData,
-        dictionary({{"SystemLoad", std::int64_t{99'000}}, {"SystemLoadUnknown", true}}));
+    registry.set(battery_entry::kPowerTelemetryData, dictionary({{"SystemLoad", std::int64_t{99'000}}}));
     hold("PSTR", 12.0f);
     EXPECT_EQ(read().systemLoad, 12.0);
-    EXPECT_TRUE(read().systemLoadKnown);
 }
 
 TEST_F(PowerReaderSmcTest, FailedSystemPowerSendsThisReadingToTheRegistryAndTheNextOneBack)
@@ -222,32 +220,27 @@ TEST_F(PowerReaderSmcTest, InfiniteSystemPowerWithoutABatteryEntryIsNoReading)
 {
     registry.present = false;
     hold("PSTR", std::numeric_limits<float>::infinity());
-    EXPECT_EQ(PowerReader::read(), std::nullopt);
+    EXPECT_EQ(reader.read(), std::nullopt);
 }
 
-class PowerReaderSourcesTest : public testing::Test {
+class PowerReaderLifeTest : public testing::Test {
 protected:
     CannedSmc controller;
     CannedRegistry registry;
 };
 
-TEST_F(PowerReaderSourcesTest, WithoutSourcesThereIsNoReading)
-{
-    EXPECT_EQ(PowerReader::read(), std::nullopt);
-}
-
-TEST_F(PowerReaderSourcesTest, ControllerIsOpenedByTheFirstReadingAndOnlyOnce)
+TEST_F(PowerReaderLifeTest, ControllerIsOpenedByTheFirstReadingAndOnlyOnce)
 {
     controller.hold("PSTR", 12.0f);
-    const PowerReader::Sources sources(controller, registry);
+    PowerReader reader(controller, registry);
     EXPECT_THAT(controller.openedClasses, IsEmpty());
-    EXPECT_TRUE(PowerReader::read());
-    EXPECT_TRUE(PowerReader::read());
+    EXPECT_TRUE(reader.read());
+    EXPECT_TRUE(reader.read());
     EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC"));
     EXPECT_THAT(controller.closedConnections, IsEmpty());
 }
 
-TEST_F(PowerReaderSourcesTest, AReaderOnAnotherThreadWaitsUntilTheControllerIsOpened)
+TEST_F(PowerReaderLifeTest, ReadingOnAnotherThreadWaitsUntilTheControllerIsOpened)
 {
     struct SlowController : CannedSmc {
         SmcOpening open(std::string_view className) override
@@ -277,29 +270,29 @@ TEST_F(PowerReaderSourcesTest, AReaderOnAnotherThreadWaitsUntilTheControllerIsOp
     };
     SlowController slow;
     WatchedRegistry watched(slow);
-    const PowerReader::Sources sources(slow, watched);
-    std::thread first([] { EXPECT_FALSE(PowerReader::read()); });
+    PowerReader reader(slow, watched);
+    std::thread first([&reader] { EXPECT_FALSE(reader.read()); });
     slow.begun.wait();
-    EXPECT_FALSE(PowerReader::read());
+    EXPECT_FALSE(reader.read());
     EXPECT_TRUE(slow.isDone);
     first.join();
     EXPECT_THAT(slow.openedClasses, ElementsAre("AppleSMC"));
 }
 
-TEST_F(PowerReaderSourcesTest, ControllerThatRefusedIsNotTriedAgain)
+TEST_F(PowerReaderLifeTest, ControllerThatRefusedIsNotTriedAgain)
 {
     controller.opening = {};
     controller.hold("PSTR", 12.0f);
-    const PowerReader::Sources sources(controller, registry);
-    EXPECT_TRUE(PowerReader::read());
+    PowerReader reader(controller, registry);
+    EXPECT_TRUE(reader.read());
     controller.opening = {.opened = true, .connection = CannedSmc::kConnection};
-    EXPECT_EQ(PowerReader::read(), PowerSample{});
+    EXPECT_EQ(reader.read(), PowerSample{});
     EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC"));
     EXPECT_THAT(controller.closedConnections, ElementsAre(0u));
     EXPECT_THAT(controller.calls, IsEmpty());
 }
 
-TEST_F(PowerReaderSourcesTest, BatteryEntryIsLookedUpBeforeTheControllerIsOpened)
+TEST_F(PowerReaderLifeTest, BatteryEntryIsLookedUpBeforeTheControllerIsOpened)
 {
     struct OrderedRegistry : CannedRegistry {
         explicit OrderedRegistry(const CannedSmc& smc) : controller(smc) { }
@@ -312,56 +305,37 @@ TEST_F(PowerReaderSourcesTest, BatteryEntryIsLookedUpBeforeTheControllerIsOpened
         std::size_t openingsSoFar = 99;
     };
     OrderedRegistry ordered(controller);
-    const PowerReader::Sources sources(controller, ordered);
-    EXPECT_TRUE(PowerReader::read());
+    PowerReader reader(controller, ordered);
+    EXPECT_TRUE(reader.read());
     EXPECT_EQ(ordered.openingsSoFar, 0u);
     EXPECT_EQ(controller.openedClasses.size(), 1u);
 }
 
-TEST_F(PowerReaderSourcesTest, EndOfTheSourcesClosesTheController)
+TEST_F(PowerReaderLifeTest, EndOfTheReaderClosesTheController)
 {
     {
-        const PowerReader::Sources sources(controller, registry);
-        EXPECT_TRUE(PowerReader::read());
+        PowerReader reader(controller, registry);
+        EXPECT_TRUE(reader.read());
     }
     EXPECT_THAT(controller.closedConnections, ElementsAre(CannedSmc::kConnection));
-    EXPECT_EQ(PowerReader::read(), std::nullopt);
 }
 
-TEST_F(PowerReaderSourcesTest, SourcesThatWereNeverReadFromTouchNothing)
+TEST_F(PowerReaderLifeTest, ReaderThatNeverReadTouchesNothing)
 {
     {
-        const PowerReader::Sources sources(controller, registry);
+        const PowerReader reader(controller, registry);
     }
     EXPECT_THAT(controller.openedClasses, IsEmpty());
     EXPECT_THAT(controller.closedConnections, IsEmpty());
     EXPECT_THAT(registry.foundClasses, IsEmpty());
 }
 
-TEST_F(PowerReaderSourcesTest, InnerSourcesHideTheOuterOnesUntilTheyEnd)
-{
-    controller.hold("PSTR", 12.0f);
-    const PowerReader::Sources outer(controller, registry);
-    EXPECT_EQ(PowerReader::read().value_or(PowerSample{}).systemLoad, 12.0);
-    {
-        CannedSmc otherController;
-        CannedRegistry otherRegistry;
-        otherController.hold("PSTR", 30.0f);
-        const PowerReader::Sources inner(otherController, otherRegistry);
-        EXPECT_EQ(PowerReader::read().value_or(PowerSample{}).systemLoad, 30.0);
-        EXPECT_THAT(otherController.openedClasses, ElementsAre("AppleSMC"));
-    }
-    EXPECT_EQ(PowerReader::read().value_or(PowerSample{}).systemLoad, 12.0);
-    EXPECT_EQ(registry.foundClasses.size(), 2u);
-    EXPECT_THAT(controller.openedClasses, ElementsAre("AppleSMC")) << "the client outlives the inner scope";
-}
-
-TEST_F(PowerReaderSourcesTest, EachSourcesRememberTheirOwnMissingKeys)
+TEST_F(PowerReaderLifeTest, EachReaderRemembersItsOwnMissingKeys)
 {
     controller.refuse("PSTR");
     for (int run = 0; run < 2; ++run) {
-        const PowerReader::Sources sources(controller, registry);
-        EXPECT_TRUE(PowerReader::read());
+        PowerReader reader(controller, registry);
+        EXPECT_TRUE(reader.read());
     }
     EXPECT_THAT(controller.conversation(), ElementsAre("PSTR?", "PSTR?"));
 }

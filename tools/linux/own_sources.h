@@ -1,14 +1,14 @@
 // Where this machine's figures come from.
 #pragma once
 
-#include "platform/linux/power/linux_registry.h"
-#include "platform/linux/power/no_smc_service.h"
+#include "platform/linux/power/linux_power_source.h"
+#include "platform/linux/power/posix_files.h"
 
 namespace amperly {
 
 struct OwnSources {
-    NoSmcService smcService;
-    LinuxRegistry registry;
+    PosixFiles files;
+    LinuxPowerSource power{files};
 };
 
 } // namespace amperly

@@ -208,22 +208,11 @@ BatteryFigures batteryFigures(std::span<const SupplyReading> supplies)
         isSumKnown = isSumKnown && watts;
         sum += watts.value_or(0);
         figures.hasRate = figures.hasRate || (watts && !tellsIdle(attributes));
-
-        figures.volts = plausibleVolts(attributes);
-        figures.amperes = inUnits(attributes, Attribute::CurrentNow);
-        if (figures.amperes && watts)
-            figures.amperes = std::copysign(*watts == 0 ? 0 : *figures.amperes, *watts);
-        else
-            figures.amperes.reset();
     }
     if (figures.count == 0)
         return figures;
     if (isSumKnown)
         figures.watts = sum;
-    if (figures.count > 1) {
-        figures.volts.reset();
-        figures.amperes.reset();
-    }
     figures.percent = combinedPercent(supplies, figures.count);
     return figures;
 }

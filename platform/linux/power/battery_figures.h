@@ -24,10 +24,6 @@ struct BatteryFigures {
 
     std::optional<int> percent{}; ///< 0–100, of all their capacity together
 
-    // Of the only battery; nothing where there are several.
-    std::optional<double> volts{};
-    std::optional<double> amperes{}; ///< into the battery while positive
-
     bool isAnyCharging = false;
     bool isAnyDischarging = false;
     bool isAnyResting = false; ///< full, or plugged in without charging

@@ -15,8 +15,6 @@
 #include "platform/simulated/laptop/simulated_smc.h"
 #include "platform/simulated/laptop/wandering_load.h"
 
-#include <array>
-#include <cstddef>
 #include <optional>
 
 namespace amperly {
@@ -26,9 +24,6 @@ struct AdapterWatts {
     int rating = 0; ///< watts, at most this comes out; not negative
     friend bool operator==(const AdapterWatts&, const AdapterWatts&) = default;
 };
-
-/// What a machine can be unable to measure.
-enum class Meter { SystemLoad, AdapterIn, Battery };
 
 class SimulatedLaptop {
 public:
@@ -68,10 +63,6 @@ public:
     void loseController() { m_hasController = false; }
     void restoreController() { m_hasController = true; }
 
-    /// The battery's entry says of the figure that it is unknown. The controller is not affected.
-    void loseMeter(Meter meter) { m_hasMeter[static_cast<std::size_t>(meter)] = false; }
-    void restoreMeter(Meter meter) { m_hasMeter[static_cast<std::size_t>(meter)] = true; }
-
     // How things are.
     [[nodiscard]] PowerFlows flows() const;
     [[nodiscard]] double percent() const { return m_battery.percent(); }
@@ -81,7 +72,6 @@ public:
     [[nodiscard]] bool isPluggedIn() const { return m_adapter.has_value(); }
     [[nodiscard]] bool hasBattery() const { return m_hasBattery; }
     [[nodiscard]] bool hasController() const { return m_hasController; }
-    [[nodiscard]] bool hasMeter(Meter meter) const { return m_hasMeter[static_cast<std::size_t>(meter)]; }
     [[nodiscard]] const Faults& faults() const { return m_faults; }
 
     // Where a program reads.
@@ -99,7 +89,6 @@ private:
     bool m_hasBattery = true;
     bool m_chargeHeld = false;
     bool m_hasController = true;
-    std::array<bool, 3> m_hasMeter{true, true, true};
     Faults m_faults;
     SimulatedSmc m_smc{*this};
     SimulatedRegistry m_registry{*this};

@@ -106,19 +106,10 @@ RegistryDictionary SimulatedRegistry::adapterDetails(const Found& found) const
 RegistryDictionary SimulatedRegistry::telemetry(const Found& found) const
 {
     RegistryDictionary data;
-    const auto measure = [&](Meter meter, std::string_view name, std::string_view unknownName, double watts) {
-        if (m_laptop.hasMeter(meter))
-            addEntry(data, name, milli(watts));
-        else
-            data.add(unknownName, true);
-    };
     if (found.hasBattery)
-        measure(Meter::Battery, battery_entry::kBatteryPower, battery_entry::kBatteryPowerUnknown,
-            found.flows.battery);
-    measure(Meter::AdapterIn, battery_entry::kSystemPowerIn, battery_entry::kSystemPowerInUnknown,
-        found.flows.adapterIn);
-    measure(Meter::SystemLoad, battery_entry::kSystemLoad, battery_entry::kSystemLoadUnknown,
-        found.flows.systemLoad);
+        addEntry(data, battery_entry::kBatteryPower, milli(found.flows.battery));
+    addEntry(data, battery_entry::kSystemPowerIn, milli(found.flows.adapterIn));
+    addEntry(data, battery_entry::kSystemLoad, milli(found.flows.systemLoad));
     return data;
 }
 

@@ -1,7 +1,9 @@
 // Real machines' power supplies, each with what can honestly be said of it. They are kept outside
 // of the repository: beside it, or where AMPERLY_MACHINES points.
 
-#include "tests/platform/linux/power/reading_of.h"
+#include "platform/linux/power/linux_power_source.h"
+#include "platform/linux/power/posix_files.h"
+#include "tests/platform/linux/power/known_flows.h"
 #include "tests/platform/linux/power/sysfs_folder.h"
 
 #include <QDir>
@@ -102,9 +104,10 @@ void expectHonestReadings(Uevent uevent)
 
         SysfsFolder sysfs;
         build(sysfs, machine, uevent);
-        LinuxRegistry registry(sysfs.root());
+        PosixFiles files;
+        LinuxPowerSource source(files, sysfs.root());
         for (int turn = 0; turn < 3; ++turn) {
-            const std::optional<PowerSample> sample = readingOf(registry);
+            const std::optional<PowerSample> sample = source.read();
             const auto optionalOf = [](std::optional<int> value) {
                 return value ? std::optional<double>(*value) : std::nullopt;
             };

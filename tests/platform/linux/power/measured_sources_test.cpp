@@ -1,7 +1,8 @@
 #include "platform/linux/power/measured_sources.h"
 
+#include "platform/linux/power/linux_power_source.h"
 #include "tests/platform/linux/power/fake_files.h"
-#include "tests/platform/linux/power/reading_of.h"
+#include "tests/platform/linux/power/known_flows.h"
 
 #include <cerrno>
 #include <gtest/gtest.h>
@@ -37,7 +38,7 @@ protected:
         files.addSupply("BAT0", {{"type", "Battery"}, {"status", "Charging"}, {"power_now", microwatts}});
     }
 
-    std::optional<PowerSample> read() { return readingOf(registry); }
+    std::optional<PowerSample> read() { return source.read(); }
     std::optional<PowerSample> readAfter(double seconds)
     {
         now += seconds;
@@ -46,7 +47,7 @@ protected:
 
     FakeFiles files;
     double now = 1000;
-    LinuxRegistry registry{files, FakeFiles::kRoot, [this] { return now; }};
+    LinuxPowerSource source{files, FakeFiles::kRoot, [this] { return now; }};
 };
 
 TEST_F(MeasuredSourcesTest, ControllerTellsLoadAndAdapterByLabel)
@@ -59,7 +60,7 @@ TEST_F(MeasuredSourcesTest, ControllerTellsLoadAndAdapterByLabel)
     EXPECT_EQ(batteryFlow(sample), 20.0);
 }
 
-TEST_F(MeasuredSourcesTest, MeterAloneIsAnEntry)
+TEST_F(MeasuredSourcesTest, MeterAloneIsAReading)
 {
     addPowerMeter("hwmon0", "80000000");
     const std::optional<PowerSample> sample = read();

@@ -1,8 +1,9 @@
 // What a reading costs once everything is open. It has a program to itself because it counts
 // what the whole program takes from the heap.
 
-#include "platform/battery_entry.h"
-#include "tests/platform/linux/power/reading_of.h"
+#include "platform/linux/power/linux_power_source.h"
+#include "platform/linux/power/posix_files.h"
+#include "tests/platform/linux/power/known_flows.h"
 #include "tests/platform/linux/power/sysfs_folder.h"
 #include "tests/support/allocation_count.h"
 
@@ -28,32 +29,36 @@ protected:
     long allocationsIn(int readings)
     {
         for (int turn = 0; turn < 20; ++turn)
-            readAll();
+            m_last = source.read();
         const AllocationCount count;
         for (int turn = 0; turn < readings; ++turn)
-            readAll();
+            m_last = source.read();
         return count.value();
     }
 
-    void readAll()
+    void expectEveryFigure() const
     {
-        const RegistryEntry entry = registry.find(battery_entry::kClassName);
-        for (const std::string_view name : {battery_entry::kExternalConnected, battery_entry::kAdapterDetails,
-                 battery_entry::kCurrentCapacity, battery_entry::kPowerTelemetryData, battery_entry::kVoltage,
-                 battery_entry::kInstantAmperage})
-            m_found += registry.copyProperty(entry, name).index() != 0;
-        registry.release(entry);
+        ASSERT_TRUE(m_last);
+        EXPECT_EQ(load(m_last), 15.0);
+        EXPECT_EQ(adapterIn(m_last), 32.0);
+        EXPECT_EQ(batteryFlow(m_last), 17.0);
+        EXPECT_EQ(m_last->adapterRating, 100);
+        EXPECT_EQ(m_last->batteryPercent, 75);
+        EXPECT_TRUE(m_last->externalConnected);
     }
 
     SysfsFolder folder;
-    LinuxRegistry registry{folder.root()};
-    int m_found = 0;
+    PosixFiles files;
+    LinuxPowerSource source{files, folder.root()};
+
+private:
+    std::optional<PowerSample> m_last;
 };
 
 TEST_F(SteadyReadingTest, TakesNothingFromTheHeap)
 {
     EXPECT_EQ(allocationsIn(100), 0);
-    EXPECT_EQ(m_found, 120 * 6);
+    expectEveryFigure();
 }
 
 TEST_F(SteadyReadingTest, TakesNothingFromTheHeapByFilesEither)
@@ -61,7 +66,7 @@ TEST_F(SteadyReadingTest, TakesNothingFromTheHeapByFilesEither)
     for (const char* name : {"AC", "BAT0", "ucsi-source-psy-USBC000:001"})
         folder.write(std::string("class/power_supply/") + name + "/uevent", "");
     EXPECT_EQ(allocationsIn(100), 0);
-    EXPECT_EQ(m_found, 120 * 6);
+    expectEveryFigure();
 }
 
 TEST_F(SteadyReadingTest, TakesNothingFromTheHeapForUnknownFlows)

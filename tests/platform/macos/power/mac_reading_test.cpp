@@ -14,12 +14,10 @@ namespace {
 
 class MacReadingTest : public FakeMachineTest {
 protected:
-    MacReadingTest() : m_sources(std::in_place, m_service, m_registry) { }
-
     void TearDown() override
     {
         EXPECT_EQ(held(), 0);
-        m_sources.reset(); // closes the connection
+        m_reader.reset(); // closes the connection
         FakeMachineTest::TearDown();
     }
 
@@ -44,17 +42,19 @@ protected:
         }
     }
 
+    std::optional<PowerSample> read() { return m_reader->read(); }
+
 private:
     IoKitSmcService m_service;
     IoKitRegistry m_registry;
-    std::optional<PowerReader::Sources> m_sources;
+    std::optional<PowerReader> m_reader{std::in_place, m_service, m_registry};
 };
 
 TEST_F(MacReadingTest, ChargingFromTheControllersKeys)
 {
     addBattery(true);
     addController({{"PSTR", 12.0F}, {"SBAP", -30.0F}, {"PDTR", 45.0F}});
-    EXPECT_EQ(PowerReader::read(),
+    EXPECT_EQ(read(),
         (PowerSample{.systemLoad = 12.0,
             .adapterIn = 45.0,
             .battery = 30.0,
@@ -67,7 +67,7 @@ TEST_F(MacReadingTest, OnBatteryTheAdaptersRatingIsIgnored)
 {
     addBattery(false);
     addController({{"PSTR", 8.0F}, {"SBAP", 8.5F}});
-    EXPECT_EQ(PowerReader::read(),
+    EXPECT_EQ(read(),
         (PowerSample{.systemLoad = 8.0, .battery = -8.5, .batteryPercent = 81, .externalConnected = false}));
 }
 
@@ -76,7 +76,7 @@ TEST_F(MacReadingTest, WithoutControllerTheBatterysTelemetryCounts)
     addBattery(true);
     addService("AppleSmartBattery")["PowerTelemetryData"]
         = fake_mac::Dictionary{{"BatteryPower", -7250}, {"SystemPowerIn", 0}, {"AdapterEfficiencyLoss", 91}};
-    const std::optional<PowerSample> sample = PowerReader::read();
+    const std::optional<PowerSample> sample = read();
     ASSERT_TRUE(sample);
     EXPECT_EQ(sample->battery, -7.25);
     EXPECT_EQ(sample->systemLoad, 7.25);
@@ -85,7 +85,7 @@ TEST_F(MacReadingTest, WithoutControllerTheBatterysTelemetryCounts)
 TEST_F(MacReadingTest, WithoutTelemetryVoltageAndCurrentCount)
 {
     addBattery(false);
-    const std::optional<PowerSample> sample = PowerReader::read();
+    const std::optional<PowerSample> sample = read();
     ASSERT_TRUE(sample);
     EXPECT_EQ(sample->battery, -6.0);
     EXPECT_EQ(sample->systemLoad, 6.0);
@@ -94,7 +94,7 @@ TEST_F(MacReadingTest, WithoutTelemetryVoltageAndCurrentCount)
 TEST_F(MacReadingTest, ADesktopComputerReadsItsControllerAlone)
 {
     addController({{"PSTR", 25.0F}});
-    const std::optional<PowerSample> sample = PowerReader::read();
+    const std::optional<PowerSample> sample = read();
     ASSERT_TRUE(sample);
     EXPECT_EQ(sample->systemLoad, 25.0);
     EXPECT_EQ(sample->batteryPercent, std::nullopt);
@@ -105,14 +105,14 @@ TEST_F(MacReadingTest, ARefusedControllerFallsBackToTheRegistryForGood)
     addBattery(false);
     addController({{"PSTR", 25.0F}});
     fake_mac::machine().openResult = kIOReturnNotPrivileged;
-    EXPECT_EQ(PowerReader::read()->systemLoad, 6.0);
+    EXPECT_EQ(read()->systemLoad, 6.0);
     fake_mac::machine().openResult = kIOReturnSuccess;
-    EXPECT_EQ(PowerReader::read()->systemLoad, 6.0);
+    EXPECT_EQ(read()->systemLoad, 6.0);
 }
 
 TEST_F(MacReadingTest, NeitherSourceIsNoReading)
 {
-    EXPECT_EQ(PowerReader::read(), std::nullopt);
+    EXPECT_EQ(read(), std::nullopt);
 }
 
 TEST_F(MacReadingTest, AThousandReadingsHoldOneConnection)
@@ -120,7 +120,7 @@ TEST_F(MacReadingTest, AThousandReadingsHoldOneConnection)
     addBattery(true);
     addController({{"PSTR", 12.0F}, {"SBAP", -30.0F}, {"PDTR", 45.0F}});
     for (int reading = 0; reading < 1000; ++reading)
-        EXPECT_TRUE(PowerReader::read());
+        EXPECT_TRUE(read());
     EXPECT_EQ(fake_mac::audit().connections, 1);
 }
 

@@ -1,7 +1,6 @@
 #include "platform/simulated/desktop/simulated_platform.h"
 
 #include "platform/simulated/desktop/memory_preference_store.h"
-#include "telemetry/power_reader.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -24,30 +23,27 @@ protected:
 
 TEST_F(SimulatedPlatformTest, TheProgramBorrowsTheParts)
 {
-    EXPECT_EQ(&platform.smcService, &simulated.laptop.smc());
-    EXPECT_EQ(&platform.registry, &simulated.laptop.registry());
+    EXPECT_EQ(&platform.power, &simulated.power);
     EXPECT_EQ(&platform.preferences, &preferences);
     EXPECT_EQ(&platform.timers, &simulated.timers);
     EXPECT_EQ(&platform.statusItem, &simulated.statusItem);
     EXPECT_EQ(&platform.popover, &simulated.popover);
     EXPECT_EQ(&platform.loginItem, &simulated.loginItem);
     EXPECT_EQ(&platform.desktop, &simulated.desktop);
-    EXPECT_EQ(&platform.uiFont, &simulated.uiFont);
 }
 
-TEST_F(SimulatedPlatformTest, AtATickTheLaptopIsWhereItIsAtThatInstant)
+TEST_F(SimulatedPlatformTest, ReadingsAreThoseThatWereGivenLast)
 {
-    const PowerReader::Sources sources(platform.smcService, platform.registry);
-    std::vector<double> instants;
     std::vector<double> loads;
-    const auto timer = platform.timers.start(2.0, 0.5, [&] {
-        instants.push_back(simulated.laptop.elapsedSeconds());
-        loads.push_back(PowerReader::read().value_or(PowerSample{}).systemLoad);
-    });
-    simulated.advance(7.0);
-    EXPECT_THAT(instants, ElementsAre(2.0, 4.0, 6.0));
-    EXPECT_NEAR(loads[1], WanderingLoad().wattsAt(4.0), 1e-4);
-    EXPECT_EQ(simulated.laptop.elapsedSeconds(), 7.0);
+    const auto timer = platform.timers.start(
+        2.0, 0.5, [&] { loads.push_back(platform.power.read().value_or(PowerSample{}).systemLoad); });
+    simulated.advance(2.0);
+    simulated.power.give(PowerSample{.systemLoad = 12.0});
+    simulated.advance(2.0);
+    EXPECT_THAT(loads, ElementsAre(0.0, 12.0));
+    EXPECT_EQ(simulated.power.readings(), 2);
+    simulated.power.give(std::nullopt);
+    EXPECT_EQ(platform.power.read(), std::nullopt);
 }
 
 class RecordingPopoverHostTest : public testing::Test {

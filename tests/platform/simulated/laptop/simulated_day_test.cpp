@@ -20,11 +20,11 @@ protected:
     /// What a program sees that reads every two seconds of the first day.
     std::vector<PowerSample> watch()
     {
-        const PowerReader::Sources sources(laptop.smc(), laptop.registry());
+        PowerReader reader(laptop.smc(), laptop.registry());
         std::vector<PowerSample> seen;
         for (double second = 0; second < SimulatedDay::kLengthSeconds; second += 2.0) {
             day.advanceTo(second);
-            const std::optional<PowerSample> sample = PowerReader::read();
+            const std::optional<PowerSample> sample = reader.read();
             EXPECT_TRUE(sample.has_value()) << second;
             if (sample)
                 seen.push_back(*sample);

@@ -131,16 +131,6 @@ TEST_F(SimulatedRegistryTest, AReleasedEntryIsNoLongerRead)
     EXPECT_EQ(registry.misuses(), 2);
 }
 
-TEST_F(SimulatedRegistryTest, ALostMeterIsMarkedAsUnknownAndBringsNoFigure)
-{
-    laptop.loseMeter(Meter::SystemLoad);
-    EXPECT_EQ(telemetry("SystemLoad"), RegistryScalar());
-    EXPECT_EQ(telemetry("SystemLoadUnknown"), RegistryScalar(true));
-    EXPECT_EQ(telemetry("BatteryPowerUnknown"), RegistryScalar());
-    laptop.restoreMeter(Meter::SystemLoad);
-    EXPECT_EQ(telemetry("SystemLoadUnknown"), RegistryScalar());
-}
-
 TEST_F(SimulatedRegistryTest, WithoutABatteryTheEntryLacksWhatOnlyABatteryHas)
 {
     laptop.removeBattery();

@@ -1,21 +1,12 @@
-// One reading of the machine that a registry presents, as the program takes it.
+// The flows of a reading, each as far as it is known.
 #pragma once
 
-#include "platform/linux/power/linux_registry.h"
-#include "platform/linux/power/no_smc_service.h"
-#include "telemetry/power_reader.h"
+#include "platform/power_sample.h"
 #include "tests/support/print_sample.h"
 
 #include <optional>
 
 namespace amperly {
-
-inline std::optional<PowerSample> readingOf(LinuxRegistry& registry)
-{
-    NoSmcService noController;
-    const PowerReader::Sources sources(noController, registry);
-    return PowerReader::read();
-}
 
 inline std::optional<double> known(double watts, bool isKnown)
 {

@@ -1,8 +1,7 @@
-#include "platform/linux/power/linux_registry.h"
+#include "platform/linux/power/linux_power_source.h"
 
-#include "platform/battery_entry.h"
 #include "tests/platform/linux/power/fake_files.h"
-#include "tests/platform/linux/power/reading_of.h"
+#include "tests/platform/linux/power/known_flows.h"
 
 #include <cerrno>
 #include <gtest/gtest.h>
@@ -12,7 +11,7 @@ namespace {
 
 constexpr std::optional<double> kUnknown = std::nullopt;
 
-class LinuxRegistryTest : public testing::Test {
+class LinuxPowerSourceTest : public testing::Test {
 protected:
     void addBattery(const AttributeList& more, const std::string& name = "BAT0")
     {
@@ -30,7 +29,7 @@ protected:
         files.addSupply("AC", {{"type", "Mains"}, {"online", online}});
     }
 
-    std::optional<PowerSample> read() { return readingOf(registry); }
+    std::optional<PowerSample> read() { return source.read(); }
     int readsOfOneReading()
     {
         files.resetCounts();
@@ -39,16 +38,15 @@ protected:
     }
 
     FakeFiles files;
-    LinuxRegistry registry{files, FakeFiles::kRoot, [] { return 0.0; }};
+    LinuxPowerSource source{files, FakeFiles::kRoot, [] { return 0.0; }};
 };
 
-TEST_F(LinuxRegistryTest, MachineWithoutAnySupplyHasNoEntry)
+TEST_F(LinuxPowerSourceTest, MachineWithoutAnySupplyHasNoReading)
 {
-    EXPECT_EQ(registry.find(battery_entry::kClassName), 0U);
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(LinuxRegistryTest, MouseAloneIsNoEntry)
+TEST_F(LinuxPowerSourceTest, MouseAloneIsNoReading)
 {
     files.addSupply("hidpp_battery_0",
         {{"type", "Battery"}, {"scope", "Device"}, {"online", "1"}, {"status", "Discharging"},
@@ -56,7 +54,7 @@ TEST_F(LinuxRegistryTest, MouseAloneIsNoEntry)
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(LinuxRegistryTest, MouseIsNotReadAtEveryTurn)
+TEST_F(LinuxPowerSourceTest, MouseIsNotReadAtEveryTurn)
 {
     addMains("1");
     files.addSupply("hidpp_battery_0", {{"type", "Battery"}, {"scope", "Device"}, {"capacity", "18"}});
@@ -64,14 +62,14 @@ TEST_F(LinuxRegistryTest, MouseIsNotReadAtEveryTurn)
     EXPECT_EQ(readsOfOneReading(), 1);
 }
 
-TEST_F(LinuxRegistryTest, EmptyBayAloneIsNoEntry)
+TEST_F(LinuxPowerSourceTest, EmptyBayAloneIsNoReading)
 {
     addBattery({{"status", "Unknown"}, {"capacity", "100"}});
     files.setSupply("BAT0", "present", "0");
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(LinuxRegistryTest, PortMayTellItsTypeOnlyWhilePluggedIn)
+TEST_F(LinuxPowerSourceTest, PortMayTellItsTypeOnlyWhilePluggedIn)
 {
     for (const bool hasUevent : {true, false}) {
         addDischargingBattery();
@@ -87,7 +85,7 @@ TEST_F(LinuxRegistryTest, PortMayTellItsTypeOnlyWhilePluggedIn)
     }
 }
 
-TEST_F(LinuxRegistryTest, SupplyOfAnotherKindIsNotReadAtEveryTurn)
+TEST_F(LinuxPowerSourceTest, SupplyOfAnotherKindIsNotReadAtEveryTurn)
 {
     addMains("1");
     files.addSupply("bms", {{"type", "BMS"}, {"capacity", "40"}});
@@ -95,7 +93,7 @@ TEST_F(LinuxRegistryTest, SupplyOfAnotherKindIsNotReadAtEveryTurn)
     EXPECT_EQ(readsOfOneReading(), 1);
 }
 
-TEST_F(LinuxRegistryTest, LoneBatteryOfUnknownStatusTellsNothingOfTheCharger)
+TEST_F(LinuxPowerSourceTest, LoneBatteryOfUnknownStatusTellsNothingOfTheCharger)
 {
     addBattery({{"status", "Unknown"}, {"power_now", "9000000"}});
     const std::optional<PowerSample> sample = read();
@@ -105,7 +103,7 @@ TEST_F(LinuxRegistryTest, LoneBatteryOfUnknownStatusTellsNothingOfTheCharger)
     EXPECT_EQ(batteryFlow(sample), kUnknown);
 }
 
-TEST_F(LinuxRegistryTest, SupplyThatIsOfflineTellsOfTheCharger)
+TEST_F(LinuxPowerSourceTest, SupplyThatIsOfflineTellsOfTheCharger)
 {
     addMains("0");
     addBattery({{"status", "Unknown"}, {"power_now", "9000000"}});
@@ -115,7 +113,7 @@ TEST_F(LinuxRegistryTest, SupplyThatIsOfflineTellsOfTheCharger)
     EXPECT_TRUE(sample->externalKnown);
 }
 
-TEST_F(LinuxRegistryTest, BatteryPutIntoItsBayShowsAtTheNextReading)
+TEST_F(LinuxPowerSourceTest, BatteryPutIntoItsBayShowsAtTheNextReading)
 {
     addBattery({{"status", "Discharging"}, {"power_now", "5000000"}});
     files.setSupply("BAT0", "present", "0");
@@ -124,14 +122,7 @@ TEST_F(LinuxRegistryTest, BatteryPutIntoItsBayShowsAtTheNextReading)
     EXPECT_EQ(batteryFlow(read()), -5.0);
 }
 
-TEST_F(LinuxRegistryTest, OtherClassesAreNotServed)
-{
-    addMains("1");
-    EXPECT_EQ(registry.find("AppleSMC"), 0U);
-    EXPECT_EQ(files.reads(), 0);
-}
-
-TEST_F(LinuxRegistryTest, DischargingBatteryIsTheWholeStory)
+TEST_F(LinuxPowerSourceTest, DischargingBatteryIsTheWholeStory)
 {
     addMains("0");
     addDischargingBattery();
@@ -143,7 +134,7 @@ TEST_F(LinuxRegistryTest, DischargingBatteryIsTheWholeStory)
             .batteryPercent = 50}));
 }
 
-TEST_F(LinuxRegistryTest, PluggedInOnlyTheBatteryIsKnown)
+TEST_F(LinuxPowerSourceTest, PluggedInOnlyTheBatteryIsKnown)
 {
     addMains("1");
     addBattery({{"status", "Charging"}, {"power_now", "20000000"}, {"capacity", "80"}});
@@ -154,7 +145,7 @@ TEST_F(LinuxRegistryTest, PluggedInOnlyTheBatteryIsKnown)
     EXPECT_EQ(adapterIn(sample), kUnknown);
 }
 
-TEST_F(LinuxRegistryTest, SocketOfADesktopIsAnEntryWithoutFigures)
+TEST_F(LinuxPowerSourceTest, SocketOfADesktopIsAReadingWithoutFigures)
 {
     addMains("1");
     const std::optional<PowerSample> sample = read();
@@ -164,7 +155,7 @@ TEST_F(LinuxRegistryTest, SocketOfADesktopIsAnEntryWithoutFigures)
     EXPECT_EQ(load(sample), kUnknown);
 }
 
-TEST_F(LinuxRegistryTest, StaleGaugeAfterUnpluggingIsUnknownRatherThanNothing)
+TEST_F(LinuxPowerSourceTest, StaleGaugeAfterUnpluggingIsUnknownRatherThanNothing)
 {
     addMains("0");
     addBattery(
@@ -175,24 +166,13 @@ TEST_F(LinuxRegistryTest, StaleGaugeAfterUnpluggingIsUnknownRatherThanNothing)
     EXPECT_EQ(adapterIn(sample), 0.0);
 }
 
-TEST_F(LinuxRegistryTest, PowerIsRoundedToTheNearestMilliwatt)
+TEST_F(LinuxPowerSourceTest, PowerIsRoundedToTheNearestMilliwatt)
 {
     addBattery({{"status", "Discharging"}, {"power_now", "5002600"}});
     EXPECT_EQ(batteryFlow(read()), -5.003);
 }
 
-TEST_F(LinuxRegistryTest, VoltageAndCurrentAreThoseOfTheBattery)
-{
-    addBattery({{"status", "Discharging"}, {"voltage_now", "11500400"}, {"current_now", "2000000"}});
-    const RegistryEntry entry = registry.find(battery_entry::kClassName);
-    EXPECT_EQ(registry.copyProperty(entry, battery_entry::kVoltage).index(),
-        RegistryProperty(std::int64_t{0}).index());
-    EXPECT_EQ(std::get<std::int64_t>(registry.copyProperty(entry, battery_entry::kVoltage)), 11500);
-    EXPECT_EQ(std::get<std::int64_t>(registry.copyProperty(entry, battery_entry::kInstantAmperage)), -2000);
-    registry.release(entry);
-}
-
-TEST_F(LinuxRegistryTest, RatingOfAPortIsGivenWhilePluggedIn)
+TEST_F(LinuxPowerSourceTest, RatingOfAPortIsGivenWhilePluggedIn)
 {
     addBattery({{"status", "Not charging"}, {"current_now", "0"}, {"voltage_now", "13292000"}});
     addMains("1");
@@ -203,37 +183,7 @@ TEST_F(LinuxRegistryTest, RatingOfAPortIsGivenWhilePluggedIn)
     EXPECT_EQ(read()->adapterRating, 100);
 }
 
-TEST_F(LinuxRegistryTest, CopiesAnswerFromTheSnapshotOnly)
-{
-    addDischargingBattery();
-    const RegistryEntry entry = registry.find(battery_entry::kClassName);
-    files.setSupply("BAT0", "capacity", "49");
-    files.resetCounts();
-    EXPECT_EQ(std::get<std::int64_t>(registry.copyProperty(entry, battery_entry::kCurrentCapacity)), 50);
-    EXPECT_EQ(files.reads() + files.opens(), 0);
-}
-
-TEST_F(LinuxRegistryTest, ReleasedEntryHasNoProperties)
-{
-    addDischargingBattery();
-    const RegistryEntry entry = registry.find(battery_entry::kClassName);
-    registry.release(entry);
-    EXPECT_TRUE(std::holds_alternative<std::monostate>(
-        registry.copyProperty(entry, battery_entry::kCurrentCapacity)));
-}
-
-TEST_F(LinuxRegistryTest, EntryEndsWithTheNextOne)
-{
-    addDischargingBattery();
-    const RegistryEntry first = registry.find(battery_entry::kClassName);
-    const RegistryEntry second = registry.find(battery_entry::kClassName);
-    registry.release(first);
-    EXPECT_TRUE(std::holds_alternative<std::monostate>(
-        registry.copyProperty(first, battery_entry::kCurrentCapacity)));
-    EXPECT_EQ(std::get<std::int64_t>(registry.copyProperty(second, battery_entry::kCurrentCapacity)), 50);
-}
-
-TEST_F(LinuxRegistryTest, ReadingCostsOneReadForEachSupply)
+TEST_F(LinuxPowerSourceTest, ReadingCostsOneReadForEachSupply)
 {
     addMains("0");
     addDischargingBattery();
@@ -244,7 +194,7 @@ TEST_F(LinuxRegistryTest, ReadingCostsOneReadForEachSupply)
     }
 }
 
-TEST_F(LinuxRegistryTest, ClassesAreListedOnceInAWhile)
+TEST_F(LinuxPowerSourceTest, ClassesAreListedOnceInAWhile)
 {
     addMains("0");
     addDischargingBattery();
@@ -257,7 +207,7 @@ TEST_F(LinuxRegistryTest, ClassesAreListedOnceInAWhile)
 
 // Single attributes.
 
-TEST_F(LinuxRegistryTest, EmptyUeventIsReplacedByTheFilesThatMatter)
+TEST_F(LinuxPowerSourceTest, EmptyUeventIsReplacedByTheFilesThatMatter)
 {
     addMains("0");
     addDischargingBattery();
@@ -268,7 +218,7 @@ TEST_F(LinuxRegistryTest, EmptyUeventIsReplacedByTheFilesThatMatter)
     EXPECT_EQ(files.opensOf("class/power_supply/BAT0/voltage_now"), 0);
 }
 
-TEST_F(LinuxRegistryTest, EmptyUeventIsAskedEverMoreRarely)
+TEST_F(LinuxPowerSourceTest, EmptyUeventIsAskedEverMoreRarely)
 {
     addDischargingBattery();
     files.emptyUevent("BAT0");
@@ -278,7 +228,7 @@ TEST_F(LinuxRegistryTest, EmptyUeventIsAskedEverMoreRarely)
     EXPECT_EQ(files.opensOf("class/power_supply/BAT0/power_now"), 1);
 }
 
-TEST_F(LinuxRegistryTest, UeventThatFailsIsReplacedToo)
+TEST_F(LinuxPowerSourceTest, UeventThatFailsIsReplacedToo)
 {
     addMains("1");
     addDischargingBattery();
@@ -288,7 +238,7 @@ TEST_F(LinuxRegistryTest, UeventThatFailsIsReplacedToo)
     EXPECT_TRUE(read()->externalConnected);
 }
 
-TEST_F(LinuxRegistryTest, SupplyWithoutUeventIsReadFromItsFiles)
+TEST_F(LinuxPowerSourceTest, SupplyWithoutUeventIsReadFromItsFiles)
 {
     addDischargingBattery();
     files.removeDevice("class/power_supply/BAT0/power");
@@ -296,7 +246,7 @@ TEST_F(LinuxRegistryTest, SupplyWithoutUeventIsReadFromItsFiles)
     EXPECT_EQ(batteryFlow(read()), -7.25);
 }
 
-TEST_F(LinuxRegistryTest, EmptyUeventOfAMouseStillTellsThatItIsOne)
+TEST_F(LinuxPowerSourceTest, EmptyUeventOfAMouseStillTellsThatItIsOne)
 {
     files.addSupply(
         "mouse", {{"type", "Battery"}, {"scope", "Device"}, {"status", "Discharging"}, {"capacity", "18"}});
@@ -304,7 +254,7 @@ TEST_F(LinuxRegistryTest, EmptyUeventOfAMouseStillTellsThatItIsOne)
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(LinuxRegistryTest, UeventWithoutTypeIsCompletedByTheFile)
+TEST_F(LinuxPowerSourceTest, UeventWithoutTypeIsCompletedByTheFile)
 {
     addMains("0");
     addDischargingBattery();
@@ -316,7 +266,7 @@ TEST_F(LinuxRegistryTest, UeventWithoutTypeIsCompletedByTheFile)
     EXPECT_EQ(readsOfOneReading(), 2);
 }
 
-TEST_F(LinuxRegistryTest, UeventWithoutRateIsCompletedByTheFile)
+TEST_F(LinuxPowerSourceTest, UeventWithoutRateIsCompletedByTheFile)
 {
     addDischargingBattery();
     files.setUevent(
@@ -325,7 +275,7 @@ TEST_F(LinuxRegistryTest, UeventWithoutRateIsCompletedByTheFile)
     EXPECT_EQ(read()->batteryPercent, 40);
 }
 
-TEST_F(LinuxRegistryTest, RateThatFirmwareDoesNotKnowIsNotAskedForTwiceAtEveryTurn)
+TEST_F(LinuxPowerSourceTest, RateThatFirmwareDoesNotKnowIsNotAskedForTwiceAtEveryTurn)
 {
     addMains("0");
     addBattery({{"status", "Discharging"}, {"voltage_now", "12960000"}, {"capacity", "80"}});
@@ -340,7 +290,7 @@ TEST_F(LinuxRegistryTest, RateThatFirmwareDoesNotKnowIsNotAskedForTwiceAtEveryTu
     EXPECT_EQ(load(read()), 12.96);
 }
 
-TEST_F(LinuxRegistryTest, AttributesWithoutAValueNowComeBackAtOnce)
+TEST_F(LinuxPowerSourceTest, AttributesWithoutAValueNowComeBackAtOnce)
 {
     addMains("0");
     addDischargingBattery();
@@ -354,7 +304,7 @@ TEST_F(LinuxRegistryTest, AttributesWithoutAValueNowComeBackAtOnce)
     }
 }
 
-TEST_F(LinuxRegistryTest, AttributesInErrorAreLeftAloneForAWhile)
+TEST_F(LinuxPowerSourceTest, AttributesInErrorAreLeftAloneForAWhile)
 {
     addMains("0");
     addDischargingBattery();
@@ -366,7 +316,7 @@ TEST_F(LinuxRegistryTest, AttributesInErrorAreLeftAloneForAWhile)
     EXPECT_EQ(read()->batteryPercent, 50);
 }
 
-TEST_F(LinuxRegistryTest, BatteriesByFilesAreWeighedByTheirSize)
+TEST_F(LinuxPowerSourceTest, BatteriesByFilesAreWeighedByTheirSize)
 {
     addBattery({{"status", "Unknown"}, {"power_now", "0"}, {"capacity", "90"}, {"energy_now", "18000000"},
         {"energy_full", "20000000"}});
@@ -378,7 +328,7 @@ TEST_F(LinuxRegistryTest, BatteriesByFilesAreWeighedByTheirSize)
     EXPECT_EQ(read()->batteryPercent, 34);
 }
 
-TEST_F(LinuxRegistryTest, TextThatIsCutShortLosesItsLastLine)
+TEST_F(LinuxPowerSourceTest, TextThatIsCutShortLosesItsLastLine)
 {
     addBattery({{"status", "Discharging"}, {"power_now", "7250000"}});
     std::string text = "POWER_SUPPLY_TYPE=Battery\nPOWER_SUPPLY_STATUS=Discharging\nPOWER_SUPPLY_MODEL_NAME=";
@@ -390,7 +340,7 @@ TEST_F(LinuxRegistryTest, TextThatIsCutShortLosesItsLastLine)
 
 // Hot-plug.
 
-TEST_F(LinuxRegistryTest, AnnouncedBatteryShowsAtOnce)
+TEST_F(LinuxPowerSourceTest, AnnouncedBatteryShowsAtOnce)
 {
     addMains("1");
     EXPECT_EQ(read()->batteryPercent, std::nullopt);
@@ -399,7 +349,7 @@ TEST_F(LinuxRegistryTest, AnnouncedBatteryShowsAtOnce)
     EXPECT_EQ(read()->batteryPercent, 50);
 }
 
-TEST_F(LinuxRegistryTest, UnannouncedBatteryShowsWithinFiveReadings)
+TEST_F(LinuxPowerSourceTest, UnannouncedBatteryShowsWithinFiveReadings)
 {
     EXPECT_EQ(read(), std::nullopt);
     addDischargingBattery();
@@ -408,7 +358,7 @@ TEST_F(LinuxRegistryTest, UnannouncedBatteryShowsWithinFiveReadings)
     EXPECT_EQ(read()->batteryPercent, 50);
 }
 
-TEST_F(LinuxRegistryTest, RemovedBatteryIsGoneAtOnce)
+TEST_F(LinuxPowerSourceTest, RemovedBatteryIsGoneAtOnce)
 {
     addMains("1");
     addDischargingBattery();
@@ -419,7 +369,7 @@ TEST_F(LinuxRegistryTest, RemovedBatteryIsGoneAtOnce)
     EXPECT_EQ(readsOfOneReading(), 1);
 }
 
-TEST_F(LinuxRegistryTest, RemovedBatteryWhoseUeventIsEmptyIsGoneAtOnce)
+TEST_F(LinuxPowerSourceTest, RemovedBatteryWhoseUeventIsEmptyIsGoneAtOnce)
 {
     addMains("1");
     addDischargingBattery();
@@ -429,7 +379,7 @@ TEST_F(LinuxRegistryTest, RemovedBatteryWhoseUeventIsEmptyIsGoneAtOnce)
     EXPECT_EQ(read()->batteryPercent, std::nullopt);
 }
 
-TEST_F(LinuxRegistryTest, BatteryPluggedOutAndInAgainIsReadAnew)
+TEST_F(LinuxPowerSourceTest, BatteryPluggedOutAndInAgainIsReadAnew)
 {
     addDischargingBattery();
     EXPECT_EQ(read()->batteryPercent, 50);
@@ -439,7 +389,7 @@ TEST_F(LinuxRegistryTest, BatteryPluggedOutAndInAgainIsReadAnew)
     EXPECT_EQ(read()->batteryPercent, 70);
 }
 
-TEST_F(LinuxRegistryTest, LastSupplyMayGoAndComeBack)
+TEST_F(LinuxPowerSourceTest, LastSupplyMayGoAndComeBack)
 {
     addDischargingBattery();
     EXPECT_TRUE(read());
@@ -451,7 +401,7 @@ TEST_F(LinuxRegistryTest, LastSupplyMayGoAndComeBack)
     EXPECT_EQ(read()->batteryPercent, 50);
 }
 
-TEST_F(LinuxRegistryTest, DeadSupplyThatStaysListedIsNotOpenedAtEveryTurn)
+TEST_F(LinuxPowerSourceTest, DeadSupplyThatStaysListedIsNotOpenedAtEveryTurn)
 {
     addMains("1");
     addDischargingBattery();
@@ -464,14 +414,14 @@ TEST_F(LinuxRegistryTest, DeadSupplyThatStaysListedIsNotOpenedAtEveryTurn)
     EXPECT_TRUE(read()->externalConnected);
 }
 
-TEST_F(LinuxRegistryTest, HandlesAreGivenBackAtTheEnd)
+TEST_F(LinuxPowerSourceTest, HandlesAreGivenBackAtTheEnd)
 {
     addMains("1");
     addDischargingBattery();
     files.emptyUevent("BAT0");
     {
-        LinuxRegistry other(files, FakeFiles::kRoot, [] { return 0.0; });
-        static_cast<void>(readingOf(other));
+        LinuxPowerSource other(files, FakeFiles::kRoot, [] { return 0.0; });
+        static_cast<void>(other.read());
         EXPECT_GT(files.openHandles(), 0);
     }
     EXPECT_EQ(files.openHandles(), 0);
