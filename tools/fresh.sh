@@ -48,11 +48,9 @@ make_root() {
     chown "$(stat -c %u:%g "$root$home")" "$folder/ccache/$release"
 }
 
-# as_newcomer ROOT COMMAND...: in the clone, with a login's environment and nothing of ours.
+# as_newcomer ROOT COMMANDS: what a login shell runs, with its environment and nothing of ours.
 as_newcomer() {
-    local root=$1
-    shift
-    chroot "$root" /usr/bin/env -i /usr/bin/su --login newcomer --command "cd amperly && $*" </dev/null
+    chroot "$1" /usr/bin/env -i /usr/bin/su --login newcomer --command "$2" </dev/null
 }
 
 # timed NAME COMMAND...: tells how long it took, or what it said last.
@@ -71,6 +69,8 @@ timed() {
 try_release() {
     release=$1
     local root=$folder/$1/root
+    say "$release: making a root"
+    make_root "$release"
     mount --types proc proc "$root/proc"
     mount --rbind --make-rslave /sys "$root/sys"
     mount --types devpts -o newinstance,ptmxmode=0666,mode=0620,gid=5 devpts "$root/dev/pts"
@@ -79,12 +79,11 @@ try_release() {
     mkdir -p "$root/run/lock"
     mount --bind "$folder/packages/$release" "$root/var/cache/apt/archives"
     mount --bind "$folder/ccache/$release" "$root$home/.cache/ccache"
-    as_newcomer_at_home() { chroot "$root" /usr/bin/env -i /usr/bin/su --login newcomer --command "$*" </dev/null; }
-    timed clone as_newcomer_at_home "git clone --quiet amperly.bundle amperly"
-    timed run as_newcomer "$root" ./dev run
-    timed test as_newcomer "$root" ./dev test
-    timed clang as_newcomer "$root" "./dev packages build test lint && cmake --preset clang && cmake --build --preset clang && ctest --preset clang -LE desktop -j$(nproc)"
-    if [[ $2 == bench ]]; then timed bench as_newcomer "$root" ./dev bench; fi
+    timed clone as_newcomer "$root" "git clone --quiet amperly.bundle amperly"
+    timed run as_newcomer "$root" "cd amperly && ./dev run"
+    timed test as_newcomer "$root" "cd amperly && ./dev test"
+    timed clang as_newcomer "$root" "cd amperly && ./dev packages build test lint && cmake --preset clang && cmake --build --preset clang && ctest --preset clang -LE desktop -j$(nproc)"
+    if [[ $2 == bench ]]; then timed bench as_newcomer "$root" "cd amperly && ./dev bench"; fi
     say "$release: $(chroot "$root" dpkg-query -W -f '${Package} ${Version}\n' g++ clang qt6-base-dev libicu-dev python3 | paste -sd, | sed 's/,/, /g')"
     grep -c -h 'warning:' "$folder/$release"/{run,test,clang}.log | paste -sd' ' |
         { read -r run test clang; say "$release: warnings of the compilers: g++ $((run + test)), clang $clang"; }
@@ -110,7 +109,5 @@ fi
 command -v debootstrap >/dev/null || fail "debootstrap is not installed; ./dev fresh installs it"
 [[ -z $(git -c safe.directory="$PWD" status --porcelain) ]] || say "What is not committed is left out."
 for release in "${chosen[@]}"; do
-    say "$release: making a root"
-    make_root "$release"
     unshare --mount --propagation private --pid --fork --kill-child "$0" --inside "$release" "$bench"
 done
