@@ -1,9 +1,9 @@
 // The popover on Linux, in whichever kind of window the desktop takes.
 #pragma once
 
+#include "platform/linux/clock/timer_slack.h"
 #include "platform/linux/popover/reopen_guard.h"
 #include "platform/linux/popover/window_kind.h"
-#include "platform/linux/clock/timer_slack.h"
 #include "platform/popover_host.h"
 
 #include <QPointer>

@@ -36,8 +36,7 @@ TEST(ChooseInkTest, SchemeDecidesAgainstThePalette)
 {
     EXPECT_EQ(chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = true, .paletteText = kDarkText}),
         kWhiteInk);
-    EXPECT_EQ(
-        chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = false, .paletteText = kLightText}),
+    EXPECT_EQ(chooseInk(PanelInk::ColorScheme, {.tray = {}, .prefersDark = false, .paletteText = kLightText}),
         kBlackInk);
 }
 
