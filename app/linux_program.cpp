@@ -7,7 +7,6 @@
 #include "platform/linux/desktop/launcher.h"
 #include "platform/linux/desktop/linux_desktop.h"
 #include "platform/linux/desktop/linux_display_settings.h"
-#include "platform/linux/desktop/portal_power_saver.h"
 #include "platform/linux/desktop/power_saving.h"
 #include "platform/linux/desktop/window_palette.h"
 #include "platform/linux/files/config_folder.h"
@@ -79,8 +78,8 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
     MenuPresenter menus;
     const std::unique_ptr<BusConnection> portalConnection = BusConnection::open();
     DesktopInk ink(portalConnection.get());
-    const PortalPowerSaver powerSaver(portalConnection.get());
-    DisplayFrames frames([&powerSaver] { return powerSaver.isOn() || isSavingPower(); });
+    const PowerSaving powerSaving(portalConnection.get());
+    DisplayFrames frames([&powerSaving] { return powerSaving.isOn(); });
     WindowPalette windowPalette([&ink] {
         return DesktopLook{.prefersDark = ink.prefersDark(), .themeName = x11TextSetting("Net/ThemeName")};
     });

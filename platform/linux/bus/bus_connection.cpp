@@ -124,12 +124,49 @@ void BusConnection::noteClosed()
         Qt::QueuedConnection);
 }
 
-void BusConnection::emitSignal(const char* path, const char* interface, const char* member)
+BusMessage BusConnection::emptyCall(const BusMethod& method)
 {
-    if (m_closed)
-        return;
-    sd_bus_emit_signal(m_bus, path, interface, member, nullptr);
+    sd_bus_message* call = nullptr;
+    if (sd_bus_message_new_method_call(
+            m_bus, &call, method.destination, method.path, method.interface, method.member)
+        < 0)
+        return nullptr;
+    sd_bus_message_set_auto_start(call, method.startsService ? 1 : 0);
+    return BusMessage(call);
+}
+
+BusMessage BusConnection::emptySignal(const char* path, const char* interface, const char* member)
+{
+    sd_bus_message* signal = nullptr;
+    if (m_closed || sd_bus_message_new_signal(m_bus, &signal, path, interface, member) < 0)
+        return nullptr;
+    return BusMessage(signal);
+}
+
+BusSlot BusConnection::send(sd_bus_message* call, sd_bus_message_handler_t answered, void* self)
+{
+    sd_bus_slot* slot = nullptr;
+    sd_bus_call_async(m_bus, &slot, call, answered, self, 0);
     settle();
+    return BusSlot(slot);
+}
+
+BusSlot BusConnection::addMatch(const BusSignal& signal, sd_bus_message_handler_t arrived, void* self)
+{
+    std::string rule = "type='signal'";
+    const auto require = [&rule](const char* key, const char* value) {
+        if (value != nullptr)
+            rule.append(",").append(key).append("='").append(value).append("'");
+    };
+    require("sender", signal.sender);
+    require("path", signal.path);
+    require("interface", signal.interface);
+    require("member", signal.member);
+    require("arg0", signal.firstArgument);
+    require("arg1", signal.secondArgument);
+    sd_bus_slot* slot = nullptr;
+    sd_bus_add_match_async(m_bus, &slot, rule.c_str(), arrived, nullptr, self);
+    return BusSlot(slot);
 }
 
 } // namespace amperly

@@ -8,7 +8,7 @@
 // destroy that connection nor run a nested event loop; whoever needs either postpones it.
 #pragma once
 
-#include "platform/linux/bus/bus_handles.h"
+#include "platform/linux/bus/bus_members.h"
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -18,6 +18,25 @@
 #include <string>
 
 namespace amperly {
+
+/// A method of somebody's. No text is kept.
+struct BusMethod {
+    const char* destination; ///< a name on the bus
+    const char* path;
+    const char* interface;
+    const char* member;
+    bool startsService = true; ///< whether a service that does not run is started to answer
+};
+
+/// Which signals are meant: null stands for any. No text is kept.
+struct BusSignal {
+    const char* sender = nullptr;
+    const char* path = nullptr;
+    const char* interface = nullptr;
+    const char* member = nullptr;
+    const char* firstArgument = nullptr; ///< a text
+    const char* secondArgument = nullptr; ///< a text
+};
 
 class BusConnection {
 public:
@@ -35,8 +54,50 @@ public:
     /// Makes the event loop wait for exactly what the connection waits for now.
     void settle();
 
-    /// Sends a signal without arguments from an exported object.
-    void emitSignal(const char* path, const char* interface, const char* member);
+    /// Calls `method` and, for as long as the slot is kept, the member `kAnswered` of `self` with the
+    /// answer, as busAnswer() does. Null where nothing can be sent.
+    template <auto kAnswered, typename Self, typename... Arguments>
+    [[nodiscard]] BusSlot call(const BusMethod& method, Self& self, const Arguments&... arguments)
+    {
+        const BusMessage message = makeCall(method, arguments...);
+        return message ? send(message.get(), busAnswer<kAnswered>, &self) : nullptr;
+    }
+
+    /// A call that is still to be sent; null where that cannot be.
+    template <typename... Arguments>
+    [[nodiscard]] BusMessage makeCall(const BusMethod& method, const Arguments&... arguments)
+    {
+        return filled(emptyCall(method), arguments...);
+    }
+
+    /// Calls the member `kArrived` of `self` for every such signal, as busSignal() does, for as long as
+    /// the slot is kept. It takes effect with the next settle().
+    template <auto kArrived, typename Self>
+    [[nodiscard]] BusSlot match(const BusSignal& signal, Self& self)
+    {
+        return addMatch(signal, busSignal<kArrived>, &self);
+    }
+
+    /// Exports an interface of `self`, whose members `table` has, for as long as the slot is kept.
+    template <typename Self>
+    [[nodiscard]] BusSlot exportObject(
+        const char* path, const char* interface, const sd_bus_vtable* table, Self& self)
+    {
+        sd_bus_slot* slot = nullptr;
+        sd_bus_add_object_vtable(m_bus, &slot, path, interface, table, &self);
+        return BusSlot(slot);
+    }
+
+    /// Sends a signal from an exported object.
+    template <typename... Arguments>
+    void emitSignal(
+        const char* path, const char* interface, const char* member, const Arguments&... arguments)
+    {
+        if (const BusMessage signal = filled(emptySignal(path, interface, member), arguments...)) {
+            sd_bus_send(m_bus, signal.get(), nullptr);
+            settle();
+        }
+    }
 
     /// False once the bus has gone away; nothing is sent or received any more.
     [[nodiscard]] bool isOpen() const { return !m_closed; }
@@ -47,6 +108,21 @@ public:
 
 private:
     explicit BusConnection(sd_bus* bus);
+
+    [[nodiscard]] BusMessage emptyCall(const BusMethod& method);
+    [[nodiscard]] BusMessage emptySignal(const char* path, const char* interface, const char* member);
+    [[nodiscard]] BusSlot send(sd_bus_message* call, sd_bus_message_handler_t answered, void* self);
+    [[nodiscard]] BusSlot addMatch(const BusSignal& signal, sd_bus_message_handler_t arrived, void* self);
+
+    template <typename... Arguments>
+    [[nodiscard]] static BusMessage filled(BusMessage message, const Arguments&... arguments)
+    {
+        BusWriter writer(message.get());
+        if (message)
+            (writer.write(arguments), ...);
+        return writer.result() < 0 ? nullptr : std::move(message);
+    }
+
     void process();
     void watch(int descriptor);
     void noteClosed();

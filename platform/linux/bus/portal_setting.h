@@ -1,35 +1,66 @@
-// One setting of the desktop as the settings portal tells it: asked for once, then followed.
+// One setting of the desktop as the settings portal tells it: asked for once, then followed. A portal
+// that does not run is not started for it: desktops that have one run it anyway.
 #pragma once
 
 #include "platform/linux/bus/bus_connection.h"
 
-#include <functional>
-
 namespace amperly {
 
+inline constexpr const char* kPortalName = "org.freedesktop.portal.Desktop";
+inline constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
+
+template <typename Value>
 class PortalSetting {
 public:
-    /// Reads the variant that `value` stands at, and tells whether it could; null stands for a
-    /// portal without an answer, or with one that could not be read.
-    using Arrived = std::function<bool(sd_bus_message* value)>;
-
-    /// Asks and follows on `connection`, which must outlive this object, as the texts must. A
-    /// portal that does not run is not started for it: desktops that have one run it anyway.
-    PortalSetting(BusConnection& connection, const char* group, const char* key, Arrived arrived);
+    /// Asks and follows on `connection`, which must outlive this object, as the texts must.
+    PortalSetting(BusConnection& connection, const char* group, const char* key)
+        : m_connection(connection), m_group(group), m_key(key)
+    {
+        m_match = m_connection.match<&PortalSetting::changed>({.sender = kPortalName,
+                                                                  .interface = kInterface,
+                                                                  .member = "SettingChanged",
+                                                                  .firstArgument = m_group,
+                                                                  .secondArgument = m_key},
+            *this);
+        refresh();
+    }
     PortalSetting(const PortalSetting&) = delete;
     PortalSetting& operator=(const PortalSetting&) = delete;
 
+    /// Nothing without a portal, before its answer, and where it does not know the setting.
+    [[nodiscard]] const std::optional<Value>& value() const { return m_value; }
+
+    /// Called when value() has become another.
+    void onChanged(std::function<void()> handler) { m_handler = std::move(handler); }
+
     /// Asks once more, for a portal that came later.
-    void refresh();
+    void refresh()
+    {
+        m_call = m_connection.call<&PortalSetting::answered>(
+            {kPortalName, kPortalPath, kInterface, "Read", false}, *this, m_group, m_key);
+    }
 
 private:
-    static int answered(sd_bus_message* reply, void* self, sd_bus_error*);
-    static int changed(sd_bus_message* signal, void* self, sd_bus_error*);
+    static constexpr const char* kInterface = "org.freedesktop.portal.Settings";
+
+    void answered(std::optional<BusVariant<BusVariant<Value>>> answer)
+    {
+        become(answer ? std::optional(answer->value.value) : std::nullopt);
+    }
+
+    void changed(std::string_view, std::string_view, BusVariant<Value> now) { become(now.value); }
+
+    void become(std::optional<Value> value)
+    {
+        if (std::exchange(m_value, value) != value && m_handler)
+            m_handler();
+    }
 
     BusConnection& m_connection;
     const char* m_group;
     const char* m_key;
-    Arrived m_arrived;
+    std::optional<Value> m_value;
+    std::function<void()> m_handler;
     BusSlot m_match;
     BusSlot m_call;
 };

@@ -3,19 +3,16 @@
 
 #include "platform/linux/bus/portal_setting.h"
 
-#include <cstdint>
-#include <functional>
-#include <optional>
-
 namespace amperly {
 
 class ColorScheme {
 public:
-    /// Asks and follows on `connection`, which must outlive this object. A portal that does not
-    /// run is not started for it: panels of desktops that have one run it anyway.
-    explicit ColorScheme(BusConnection& connection);
-    ColorScheme(const ColorScheme&) = delete;
-    ColorScheme& operator=(const ColorScheme&) = delete;
+    /// Asks and follows on `connection`, which must outlive this object.
+    explicit ColorScheme(BusConnection& connection)
+        : m_setting(connection, "org.freedesktop.appearance", "color-scheme")
+    {
+        m_setting.onChanged([this] { follow(); });
+    }
 
     /// Nothing without a portal, before its answer, or where it has no preference.
     [[nodiscard]] std::optional<bool> prefersDark() const { return m_prefersDark; }
@@ -26,12 +23,20 @@ public:
     void refresh() { m_setting.refresh(); }
 
 private:
-    bool take(sd_bus_message* value);
-    void become(std::uint32_t scheme);
+    void follow()
+    {
+        constexpr std::uint32_t kPreferDark = 1;
+        constexpr std::uint32_t kPreferLight = 2;
+        std::optional<bool> prefersDark;
+        if (m_setting.value() == kPreferDark || m_setting.value() == kPreferLight)
+            prefersDark = m_setting.value() == kPreferDark;
+        if (std::exchange(m_prefersDark, prefersDark) != prefersDark && m_changed)
+            m_changed();
+    }
 
+    PortalSetting<std::uint32_t> m_setting;
     std::optional<bool> m_prefersDark;
     std::function<void()> m_changed;
-    PortalSetting m_setting;
 };
 
 } // namespace amperly

@@ -5,37 +5,25 @@
 
 namespace amperly {
 
+namespace {
+
+constexpr std::uint32_t kHigherContrast = 1; // as the portal has it
+
+} // namespace
+
 LinuxDisplaySettings::LinuxDisplaySettings(
     BusConnection* connection, std::string configFolder, std::string_view currentDesktop)
 {
     if (currentDesktop.find("KDE") != std::string_view::npos)
         m_kdeGlobals = std::move(configFolder) + "/kdeglobals";
     if (connection != nullptr) {
-        m_animations.emplace(*connection, "org.gnome.desktop.interface", "enable-animations",
-            [this](sd_bus_message* value) { return takeAnimations(value); });
-        m_contrast.emplace(*connection, "org.freedesktop.appearance", "contrast",
-            [this](sd_bus_message* value) { return takeContrast(value); });
+        m_animations.emplace(*connection, "org.gnome.desktop.interface", "enable-animations");
+        m_animations->onChanged([this] { become(m_portalStopsAnimations, m_animations->value() == false); });
+        m_contrast.emplace(*connection, "org.freedesktop.appearance", "contrast");
+        m_contrast->onChanged(
+            [this] { become(m_portalWantsContrast, m_contrast->value() == kHigherContrast); });
     }
     refresh();
-}
-
-bool LinuxDisplaySettings::takeAnimations(sd_bus_message* value)
-{
-    int enabled = 0;
-    if (value == nullptr || sd_bus_message_read(value, "v", "b", &enabled) < 0)
-        return false;
-    become(m_portalStopsAnimations, enabled == 0);
-    return true;
-}
-
-bool LinuxDisplaySettings::takeContrast(sd_bus_message* value)
-{
-    constexpr std::uint32_t kHigher = 1;
-    std::uint32_t contrast = 0;
-    if (value == nullptr || sd_bus_message_read(value, "v", "u", &contrast) < 0)
-        return false;
-    become(m_portalWantsContrast, contrast == kHigher);
-    return true;
 }
 
 void LinuxDisplaySettings::refresh()

@@ -34,9 +34,6 @@ public:
     void refresh();
 
 private:
-    bool takeAnimations(sd_bus_message* value);
-    bool takeContrast(sd_bus_message* value);
-
     /// Keeps the news, and tells of it if it is any.
     template <typename Value>
     void become(Value& kept, const Value& news)
@@ -50,8 +47,8 @@ private:
     bool m_portalWantsContrast = false;
     bool m_themeHasContrast = false;
     std::function<void()> m_changed;
-    std::optional<PortalSetting> m_animations;
-    std::optional<PortalSetting> m_contrast;
+    std::optional<PortalSetting<bool>> m_animations; ///< whether they are on, in GNOME
+    std::optional<PortalSetting<std::uint32_t>> m_contrast;
 };
 
 } // namespace amperly

@@ -36,12 +36,17 @@ public:
     void onActivated(std::function<void()> handler) { m_activated = std::move(handler); }
 
 private:
-    static int activate(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int open(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int activateAction(sd_bus_message* call, void* self, sd_bus_error* error);
-    static const sd_bus_vtable s_vtable[];
+    /// What a launcher says of itself.
+    using PlatformData = BusEntries<std::string_view>;
 
-    int come(sd_bus_message* call);
+    static const sd_bus_vtable kObject[];
+
+    // The program has neither files to open nor actions of its own, but whoever calls means it.
+    void activate(BusReply& reply, const PlatformData& data);
+    void open(BusReply& reply, BusIgnored, const PlatformData& data) { activate(reply, data); }
+    void activateAction(
+        BusReply& reply, std::string_view action, BusIgnored parameters, const PlatformData& data);
+
     void tellTheOther();
 
     Name m_name;

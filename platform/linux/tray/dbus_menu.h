@@ -11,9 +11,14 @@
 #include <QObject>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace amperly {
+
+/// The label of a title: an underscore would mark a shortcut letter, so it is doubled.
+[[nodiscard]] std::string menuLabel(std::string_view title);
 
 class DbusMenu {
 public:
@@ -34,25 +39,27 @@ public:
     [[nodiscard]] const MenuEntry* entry(int identifier) const;
 
 private:
-    using Names = std::vector<std::string>;
+    using Names = std::vector<std::string_view>;
+    using Event = std::tuple<int, std::string_view, BusIgnored, BusIgnored>;
 
     static constexpr const char* kInterfaceName = "com.canonical.dbusmenu";
     static constexpr int kRoot = 0; ///< the menu itself
 
     static const sd_bus_vtable kInterface[];
 
-    static int getLayout(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int getGroupProperties(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int getProperty(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int event(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int eventGroup(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int aboutToShow(sd_bus_message* call, void* self, sd_bus_error* error);
-    static int aboutToShowGroup(sd_bus_message* call, void* self, sd_bus_error* error);
+    // What hosts ask.
+    void getLayout(BusReply& reply, int parent, int depth, const Names& names);
+    void getGroupProperties(BusReply& reply, const std::vector<int>& wanted, const Names& names);
+    void getProperty(BusReply& reply, int identifier, std::string_view name);
+    void event(BusReply& reply, int identifier, std::string_view what);
+    void eventGroup(BusReply& reply, const std::vector<Event>& events);
+    void aboutToShow(BusReply& reply, int identifier);
+    void aboutToShowGroup(BusReply& reply, const std::vector<int>& asked);
 
     [[nodiscard]] std::vector<int> identifiers() const;
     [[nodiscard]] bool knows(int identifier) const;
-    int appendItem(sd_bus_message* message, int identifier, const Names& names, bool children) const;
-    void handleEvent(int identifier, const std::string& what);
+    void writeItem(BusWriter& writer, int identifier, const Names& names, bool children) const;
+    void handleEvent(int identifier, std::string_view what);
     bool prepareToShow();
     void publishLater();
     bool publish();

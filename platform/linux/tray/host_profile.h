@@ -2,7 +2,7 @@
 // of the protocol's promises it does not keep.
 #pragma once
 
-#include "platform/linux/tray/pixmap.h"
+#include "platform/linux/tray/item_encoding.h"
 
 #include <string_view>
 

@@ -65,7 +65,7 @@ ItemRow::Place ItemRow::openPlace()
         if (m_clickHandler)
             m_clickHandler(click);
     });
-    place.item->onActivationToken([this](const char* token) {
+    place.item->onActivationToken([this](const std::string& token) {
         if (m_tokenHandler)
             m_tokenHandler(token);
     });

@@ -49,7 +49,10 @@ public:
     void forgetWatcher();
 
     void onClick(StatusItem::ClickHandler handler) { m_clickHandler = std::move(handler); }
-    void onActivationToken(std::function<void(const char*)> handler) { m_tokenHandler = std::move(handler); }
+    void onActivationToken(std::function<void(const std::string&)> handler)
+    {
+        m_tokenHandler = std::move(handler);
+    }
 
     /// Called from the event loop when the bus has gone away; the handler may destroy the row.
     void onClosed(std::function<void()> handler) { m_closedHandler = std::move(handler); }
@@ -97,7 +100,7 @@ private:
     std::optional<std::string> m_toolTip;
     std::string m_spokenLabel;
     StatusItem::ClickHandler m_clickHandler;
-    std::function<void(const char*)> m_tokenHandler;
+    std::function<void(const std::string&)> m_tokenHandler;
     std::function<void()> m_closedHandler;
     QObject m_context;
 };

@@ -96,9 +96,9 @@ void LinuxStatusItem::buildRow(const HostProfile& profile)
 {
     m_row = std::make_unique<ItemRow>(profile, m_parts.busAddress, exportedMenu(profile));
     m_row->onClick([this](const StatusClick& click) { handleClick(click); });
-    m_row->onActivationToken([](const char* token) {
+    m_row->onActivationToken([](const std::string& token) {
         // Where the toolkit looks for it when a window asks for attention.
-        qputenv("XDG_ACTIVATION_TOKEN", token);
+        qputenv("XDG_ACTIVATION_TOKEN", token.c_str());
     });
     m_row->onClosed([this] { loseBus(); });
     wantPicture();

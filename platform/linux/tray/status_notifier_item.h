@@ -58,7 +58,7 @@ public:
     void onClick(StatusItem::ClickHandler handler) { m_clickHandler = std::move(handler); }
 
     /// Called with the permission to take the user's attention that precedes a click on Wayland.
-    void onActivationToken(std::function<void(const char* token)> handler)
+    void onActivationToken(std::function<void(const std::string& token)> handler)
     {
         m_tokenHandler = std::move(handler);
     }
@@ -71,30 +71,21 @@ private:
     /// the icon out for an item that has a label, be it an empty one.
     static const sd_bus_vtable kLabelInterface[];
 
-    using Text = const char*;
+    // What hosts read, as far as no member is the value itself.
+    [[nodiscard]] const char* status() const { return m_shown ? "Active" : "Passive"; }
+    void menuPath(BusWriter& writer) const;
+    void iconPixmap(BusWriter& writer) const;
+    void toolTip(BusWriter& writer) const;
 
-    static int constantText(
-        sd_bus*, Text, Text, Text property, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int status(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int title(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int menuPath(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int itemIsMenu(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int windowId(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int iconPixmap(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int noPixmap(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int toolTip(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int spokenLabel(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
-    static int label(sd_bus*, Text, Text, Text, sd_bus_message* reply, void* self, sd_bus_error*);
+    // What they call.
+    void activate(BusReply& reply, int x, int y);
+    void contextMenu(BusReply& reply, int x, int y);
+    void secondaryActivate(BusReply& reply, std::uint32_t timestamp);
+    void scroll(BusReply&, int, std::string_view) { }
+    void provideToken(BusReply& reply, std::string_view token);
 
-    static int activate(sd_bus_message* call, void* self, sd_bus_error*);
-    static int contextMenu(sd_bus_message* call, void* self, sd_bus_error*);
-    static int secondaryActivate(sd_bus_message* call, void* self, sd_bus_error*);
-    static int scroll(sd_bus_message* call, void* self, sd_bus_error*);
-    static int provideToken(sd_bus_message* call, void* self, sd_bus_error*);
-    static int registered(sd_bus_message* reply, void* self, sd_bus_error*);
-
-    [[nodiscard]] const char* statusText() const { return m_shown ? "Active" : "Passive"; }
-    int click(sd_bus_message* call, ClickButton button, bool hasPlace);
+    void click(ClickButton button, std::optional<ScreenPoint> place);
+    void registered();
 
     BusConnection& m_connection;
     const HostProfile m_profile;
@@ -119,7 +110,7 @@ private:
 
     std::function<void()> m_registrationDone;
     StatusItem::ClickHandler m_clickHandler;
-    std::function<void(const char*)> m_tokenHandler;
+    std::function<void(const std::string&)> m_tokenHandler;
     BusSlot m_registration;
     BusSlot m_object;
     BusSlot m_labelObject;

@@ -6,7 +6,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace amperly {
 
@@ -39,14 +41,13 @@ public:
     [[nodiscard]] const std::string& process() const { return m_process; }
 
 private:
-    static int ownerChanged(sd_bus_message* signal, void* self, sd_bus_error*);
-    static int ownerAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
-    static int processAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
-    static int hostChanged(sd_bus_message* signal, void* self, sd_bus_error*);
-    static int hostAnswered(sd_bus_message* reply, void* self, sd_bus_error*);
+    void ownerChanged(std::string_view name, std::string_view before, std::string_view now);
+    void ownerAnswered(std::optional<std::string_view> owner);
+    void processAnswered(std::optional<std::uint32_t> processId);
+    void hostChanged();
+    void hostAnswered(std::optional<BusVariant<bool>> hasHost);
 
-    void match(const char* rule, sd_bus_message_handler_t handler, BusSlot& slot);
-    void meet(const char* owner);
+    void meet(std::string_view owner);
     void askForHost();
     void become(Presence presence);
 

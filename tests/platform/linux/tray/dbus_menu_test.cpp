@@ -1,6 +1,5 @@
 #include "platform/linux/tray/dbus_menu.h"
 
-#include "platform/linux/tray/dbus_menu_properties.h"
 #include "tests/platform/linux/tray/status_item_fixture.h"
 #include "tests/support/run_until.h"
 
@@ -62,8 +61,8 @@ protected:
 
 TEST(DbusMenuLabelTest, UnderscoreIsNotAShortcut)
 {
-    EXPECT_EQ(dbus_menu::label("a_b"), "a__b");
-    EXPECT_EQ(dbus_menu::label("plain"), "plain");
+    EXPECT_EQ(menuLabel("a_b"), "a__b");
+    EXPECT_EQ(menuLabel("plain"), "plain");
 }
 
 TEST_F(DbusMenuTest, ItemNamesItsMenu)

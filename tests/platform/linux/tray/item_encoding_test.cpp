@@ -1,4 +1,4 @@
-#include "platform/linux/tray/pixmap.h"
+#include "platform/linux/tray/item_encoding.h"
 
 #include <gtest/gtest.h>
 
@@ -47,6 +47,19 @@ TEST(PixmapTest, TranslucentInkWeakensTheCoverage)
 TEST(PixmapTest, EmptyMaskHasNoBytes)
 {
     EXPECT_EQ(pixmap({}, {}), std::vector<std::uint8_t>{});
+}
+
+TEST(MarkupTest, PlainTextStaysAsItIs)
+{
+    EXPECT_EQ(asMarkup("Mac using 12.3 W"), "Mac using 12.3 W");
+    EXPECT_EQ(asMarkup("\u22124 W \u00b7 80 %"), "\u22124 W \u00b7 80 %");
+    EXPECT_EQ(asMarkup(""), "");
+}
+
+TEST(MarkupTest, SignsOfMarkupAreShownAndNotObeyed)
+{
+    EXPECT_EQ(asMarkup("a<b> & c"), "a&lt;b&gt; &amp; c");
+    EXPECT_EQ(asMarkup("&amp;"), "&amp;amp;");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
-// Pictures as status items carry them: ARGB, each pixel four bytes in network order, rows from the
-// top.
+// Pictures and texts as status items carry them.
+//
+// A pixmap is ARGB, each pixel four bytes in network order, rows from the top.
 #pragma once
 
 #include "platform/coverage_mask.h"
@@ -7,6 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace amperly {
 
@@ -22,5 +25,9 @@ enum class PixmapAlpha {
 /// Writes `mask` in `ink` to `bytes`, which is of pixmapSize(). A translucent ink makes the
 /// coverage as much weaker.
 void writePixmap(const CoverageMask& mask, Ink ink, PixmapAlpha alpha, std::span<std::uint8_t> bytes);
+
+/// `text` such that hosts that read markup show it as it is. Nothing else is done to it: tags, even line
+/// breaks, make some of them show an empty tool tip.
+[[nodiscard]] std::string asMarkup(std::string_view text);
 
 } // namespace amperly

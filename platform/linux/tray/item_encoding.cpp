@@ -1,4 +1,4 @@
-#include "platform/linux/tray/pixmap.h"
+#include "platform/linux/tray/item_encoding.h"
 
 namespace amperly {
 
@@ -34,6 +34,28 @@ void writePixmap(const CoverageMask& mask, Ink ink, PixmapAlpha alpha, std::span
         *out++ = static_cast<std::uint8_t>(scaled(green, strength));
         *out++ = static_cast<std::uint8_t>(scaled(blue, strength));
     }
+}
+
+std::string asMarkup(std::string_view text)
+{
+    std::string result;
+    result.reserve(text.size());
+    for (const char character : text) {
+        switch (character) {
+        case '&':
+            result += "&amp;";
+            break;
+        case '<':
+            result += "&lt;";
+            break;
+        case '>':
+            result += "&gt;";
+            break;
+        default:
+            result += character;
+        }
+    }
+    return result;
 }
 
 } // namespace amperly
