@@ -70,8 +70,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     hold(!rating || (*rating >= 0 && *rating <= 400));
 
     const std::optional<bool> connected = externalConnected(supplies, batteries);
-    for (const MeasuredPower& measured : {MeasuredPower{}, MeasuredPower{.systemLoad = 15.0},
-             MeasuredPower{.adapterIn = 30.0}, MeasuredPower{.systemLoad = 15.0, .adapterIn = 30.0}})
-        checkBalance(powerBalance(connected, batteries, measured));
+    for (const MeteredPower& metered : {MeteredPower{}, MeteredPower{.systemLoad = 15.0},
+             MeteredPower{.adapterIn = 30.0}, MeteredPower{.systemLoad = 15.0, .adapterIn = 30.0}})
+        checkBalance(powerBalance(connected, batteries, metered));
     return 0;
 }

@@ -51,8 +51,8 @@ std::optional<double> driverWatts(const SupplyAttributes& attributes)
     return watts;
 }
 
-/// Whether the rate is what firmware reports for nothing at all. A current needs no voltage for that.
-bool tellsIdle(const SupplyAttributes& attributes)
+/// Whether the rate is what firmware reports for no flow at all. A current needs no voltage for that.
+bool isIdle(const SupplyAttributes& attributes)
 {
     if (const std::optional<double> watts = inUnits(attributes, Attribute::PowerNow))
         return std::abs(*watts) <= kIdleAmperes * plausibleVolts(attributes).value_or(kUsualVolts);
@@ -83,7 +83,7 @@ std::optional<double> batteryWatts(const SupplyReading& battery)
 {
     const SupplyStatus status = battery.attributes.status();
     const bool isMoving = status == SupplyStatus::Charging || status == SupplyStatus::Discharging;
-    if (!isMoving && tellsIdle(battery.attributes))
+    if (!isMoving && isIdle(battery.attributes))
         return 0.0;
     const std::optional<double> watts = driverWatts(battery.attributes);
     if (!watts)
@@ -137,7 +137,7 @@ std::optional<double> percentOfContents(
     return clampedPercent(sum.now / sum.full * 100.0);
 }
 
-/// Mean of what the gauges say; for a single battery its own word.
+/// Mean of the gauges' percentages.
 std::optional<double> percentOfGauges(std::span<const SupplyReading> supplies)
 {
     double sum = 0;
@@ -202,12 +202,12 @@ BatteryFigures batteryFigures(std::span<const SupplyReading> supplies)
         const SupplyStatus status = attributes.status();
         figures.isAnyCharging |= status == SupplyStatus::Charging;
         figures.isAnyDischarging |= status == SupplyStatus::Discharging;
-        figures.isAnyResting |= status == SupplyStatus::Full || status == SupplyStatus::NotCharging;
+        figures.isAnyIdle |= status == SupplyStatus::Full || status == SupplyStatus::NotCharging;
 
         const std::optional<double> watts = batteryWatts(supply);
         isSumKnown = isSumKnown && watts;
         sum += watts.value_or(0);
-        figures.hasRate = figures.hasRate || (watts && !tellsIdle(attributes));
+        figures.hasRate = figures.hasRate || (watts && !isIdle(attributes));
     }
     if (figures.count == 0)
         return figures;

@@ -3,7 +3,7 @@
 // negative, some charging.
 #pragma once
 
-#include "platform/linux/power/supply_traits.h"
+#include "platform/linux/power/supply_reading.h"
 
 #include <optional>
 #include <span>
@@ -19,14 +19,14 @@ struct BatteryFigures {
     /// Into the batteries while positive. Nothing where one of them does not tell how much, or
     /// which way.
     std::optional<double> watts{};
-    /// Whether any of them moves more than what firmware reports for nothing at all.
+    /// Whether the rate of any of them is more than what firmware reports for no flow at all.
     bool hasRate = false;
 
     std::optional<int> percent{}; ///< 0–100, of all their capacity together
 
     bool isAnyCharging = false;
     bool isAnyDischarging = false;
-    bool isAnyResting = false; ///< full, or plugged in without charging
+    bool isAnyIdle = false; ///< full, or plugged in without charging
 };
 
 /// Supplies that are no batteries, or not in their places, are passed over.

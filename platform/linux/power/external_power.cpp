@@ -62,14 +62,14 @@ std::optional<bool> externalConnected(
         return true;
     if (batteries.isAnyDischarging || std::any_of(supplies.begin(), supplies.end(), isExternal))
         return false;
-    if (batteries.count == 0 || batteries.isAnyResting)
+    if (batteries.count == 0 || batteries.isAnyIdle)
         return true;
     return std::nullopt;
 }
 
 std::optional<int> adapterRating(std::span<const SupplyReading> supplies)
 {
-    // The socket and the port's controller are two views of one adapter, so nothing is added up.
+    // The socket and the port's controller report the same adapter, so nothing is added up.
     std::optional<int> largest;
     for (const SupplyReading& supply : supplies) {
         const std::optional<double> watts = isOnline(supply) ? ratedWatts(supply) : std::nullopt;

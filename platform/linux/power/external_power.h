@@ -1,4 +1,4 @@
-// Whether the machine hangs on external power, and what its adapter is good for.
+// Whether external power is connected, and what its adapter is rated for.
 #pragma once
 
 #include "platform/linux/power/battery_figures.h"

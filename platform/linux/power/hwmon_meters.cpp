@@ -34,7 +34,7 @@ public:
                 offer(LoadMeter::FirmwareMeter, device + "/power1");
             return;
         }
-        ClassListing files(m_files, device);
+        KeptFolder files(m_files, device);
         if (!files.changed())
             return;
         for (const std::string& file : files.names()) {
@@ -88,7 +88,7 @@ private:
 
 } // namespace
 
-HwmonMeters findHwmonMeters(SystemFiles& files, const ClassListing& hwmon)
+HwmonMeters findHwmonMeters(SystemFiles& files, const KeptFolder& hwmon)
 {
     MeterSearch search(files);
     for (const std::string& name : hwmon.names())

@@ -1,8 +1,7 @@
 // Sensors that measure the whole machine's power, among all that a machine has.
 #pragma once
 
-#include "platform/linux/power/class_listing.h"
-#include "platform/linux/power/kept_file.h"
+#include "platform/linux/power/sysfs.h"
 
 #include <cstdint>
 
@@ -23,8 +22,8 @@ struct HwmonMeters {
     KeptFile adapterIn{};
 };
 
-/// Looks through the sensors of `hwmon`. Two equally good meters of the load measure a part each,
-/// or nobody knows what, so they count for none.
-[[nodiscard]] HwmonMeters findHwmonMeters(SystemFiles& files, const ClassListing& hwmon);
+/// Looks through the sensors of `hwmon`. Of two equally good meters of the load each may
+/// measure a part, so neither is used.
+[[nodiscard]] HwmonMeters findHwmonMeters(SystemFiles& files, const KeptFolder& hwmon);
 
 } // namespace amperly

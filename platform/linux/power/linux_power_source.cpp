@@ -40,7 +40,7 @@ LinuxPowerSource::LinuxPowerSource(
     SystemFiles& files, const std::string& root, std::function<double()> monotonicSeconds)
     : m_files(files)
     , m_supplies(files, root)
-    , m_measured(files, root, monotonicSeconds ? std::move(monotonicSeconds) : steadySeconds)
+    , m_meters(files, root, monotonicSeconds ? std::move(monotonicSeconds) : steadySeconds)
 {
 }
 
@@ -48,13 +48,13 @@ std::optional<PowerSample> LinuxPowerSource::read()
 {
     const bool devicesChanged = m_files.devicesChanged();
     const std::span<const SupplyReading> supplies = m_supplies.read(devicesChanged);
-    const MeasuredPower measured = m_measured.read(devicesChanged);
-    if (std::none_of(supplies.begin(), supplies.end(), counts) && !m_measured.hasAny())
+    const MeteredPower metered = m_meters.read(devicesChanged);
+    if (std::none_of(supplies.begin(), supplies.end(), counts) && !m_meters.hasAny())
         return std::nullopt;
 
     const BatteryFigures batteries = batteryFigures(supplies);
     const std::optional<bool> external = externalConnected(supplies, batteries);
-    const PowerBalance balance = powerBalance(external, batteries, measured);
+    const PowerBalance balance = powerBalance(external, batteries, metered);
 
     PowerSample sample;
     setFlow(sample.systemLoad, sample.systemLoadKnown, balance.systemLoad);

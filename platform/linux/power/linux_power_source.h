@@ -2,7 +2,7 @@
 // or none. What a machine can't measure is unknown, not 0.
 #pragma once
 
-#include "platform/linux/power/measured_sources.h"
+#include "platform/linux/power/power_meters.h"
 #include "platform/linux/power/power_supplies.h"
 #include "platform/power_source.h"
 
@@ -25,7 +25,7 @@ public:
 private:
     SystemFiles& m_files;
     PowerSupplies m_supplies;
-    MeasuredSources m_measured;
+    PowerMeters m_meters;
 };
 
 } // namespace amperly

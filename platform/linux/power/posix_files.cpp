@@ -2,10 +2,13 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <string_view>
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/netlink.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,7 +32,28 @@ bool wasReplaced(int descriptor)
     return ::fstat(descriptor, &status) == 0 && status.st_nlink == 0;
 }
 
+constexpr unsigned kKernelGroup = 1; ///< the kernel's messages; 2 would be a device daemon's
+
+/// A message begins with "add@/devices/…/power_supply/BAT0" and a NUL.
+bool isComingOrGoing(std::string_view message)
+{
+    const std::string_view header = message.substr(0, message.find('\0'));
+    if (!header.starts_with("add@") && !header.starts_with("remove@"))
+        return false;
+    for (const std::string_view folder : {"/power_supply/", "/hwmon/", "/powercap/"}) {
+        if (header.find(folder) != std::string_view::npos)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
+
+PosixFiles::~PosixFiles()
+{
+    if (m_socket >= 0)
+        ::close(m_socket);
+}
 
 int PosixFiles::open(const char* path, Kind kind)
 {
@@ -83,6 +107,40 @@ bool PosixFiles::list(int directory, std::string& names)
 void PosixFiles::close(int handle)
 {
     ::close(handle);
+}
+
+void PosixFiles::listen()
+{
+    m_listening = Listening::Unavailable;
+    m_socket = ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_KOBJECT_UEVENT);
+    if (m_socket < 0)
+        return;
+    sockaddr_nl address{};
+    address.nl_family = AF_NETLINK;
+    address.nl_groups = kKernelGroup;
+    if (::bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+        m_listening = Listening::Yes;
+}
+
+bool PosixFiles::devicesChanged()
+{
+    if (m_listening == Listening::NotTried)
+        listen();
+    if (m_listening != Listening::Yes)
+        return false;
+
+    bool changed = false;
+    std::array<char, 1024> message{}; // a device's path with room to spare; the rest is cut off
+    for (;;) {
+        const ssize_t size = ::recv(m_socket, message.data(), message.size(), MSG_DONTWAIT);
+        if (size >= 0) {
+            changed = isComingOrGoing({message.data(), static_cast<std::size_t>(size)}) || changed;
+        } else if (errno == ENOBUFS) {
+            changed = true; // more was announced than the socket could keep
+        } else if (errno != EINTR) {
+            return changed;
+        }
+    }
 }
 
 } // namespace amperly

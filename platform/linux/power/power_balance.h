@@ -1,5 +1,5 @@
 // The three flows, each as far as it can be known: what comes in equals what the computer
-// draws plus what goes into the battery, and on most machines only the battery is measured.
+// draws plus what goes into the battery, and on most machines only the battery is metered.
 #pragma once
 
 #include "platform/linux/power/battery_figures.h"
@@ -9,11 +9,11 @@
 namespace amperly {
 
 /// Flows that something besides the batteries measures, in watts.
-struct MeasuredPower {
+struct MeteredPower {
     std::optional<double> systemLoad{};
     std::optional<double> adapterIn{};
 
-    friend bool operator==(const MeasuredPower&, const MeasuredPower&) = default;
+    friend bool operator==(const MeteredPower&, const MeteredPower&) = default;
 };
 
 /// Watts; nothing where a flow is unknown, which is something other than 0.
@@ -26,6 +26,6 @@ struct PowerBalance {
 };
 
 [[nodiscard]] PowerBalance powerBalance(
-    std::optional<bool> externalConnected, const BatteryFigures& batteries, const MeasuredPower& measured);
+    std::optional<bool> externalConnected, const BatteryFigures& batteries, const MeteredPower& metered);
 
 } // namespace amperly

@@ -1,9 +1,8 @@
 // All power supplies of the kernel that can power the system, followed as they come and go.
 #pragma once
 
-#include "platform/linux/power/backoff.h"
-#include "platform/linux/power/class_listing.h"
 #include "platform/linux/power/supply.h"
+#include "platform/linux/power/sysfs.h"
 
 #include <cstdint>
 #include <span>
@@ -26,7 +25,7 @@ private:
     [[nodiscard]] bool readAll();
 
     SystemFiles& m_files;
-    ClassListing m_listing;
+    KeptFolder m_listing;
     std::vector<Supply> m_supplies;
     std::vector<SupplyReading> m_readings;
     bool m_hasSeveralBatteries = false;

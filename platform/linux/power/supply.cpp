@@ -114,7 +114,7 @@ private:
         // The uevent left it out for the same reason a moment ago; it will be there once there
         // is a value.
         if (m_hasUevent && (reading.outcome == Outcome::NoDevice || reading.outcome == Outcome::Unknown))
-            file.rest();
+            file.backOff();
     }
 
     Supply& m_supply;

@@ -5,8 +5,8 @@
 // kernel leaves out, the attributes' own files are asked, and only those that are used.
 #pragma once
 
-#include "platform/linux/power/kept_file.h"
-#include "platform/linux/power/supply_traits.h"
+#include "platform/linux/power/supply_reading.h"
+#include "platform/linux/power/sysfs.h"
 
 #include <array>
 #include <optional>

@@ -1,7 +1,7 @@
 // Supplies as tests write them down: a few words and figures.
 #pragma once
 
-#include "platform/linux/power/supply_traits.h"
+#include "platform/linux/power/supply_reading.h"
 #include "tests/platform/linux/power/fake_files.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "platform/linux/power/kept_file.h"
+#include "platform/linux/power/sysfs.h"
 
 #include "tests/platform/linux/power/fake_files.h"
 
@@ -52,13 +52,13 @@ TEST_F(KeptFileTest, FileThatIsNotThereIsNeverAsked)
     EXPECT_EQ(readsIn(file, 10), 0);
 }
 
-TEST_F(KeptFileTest, FailuresRestTwiceAsLongEachTime)
+TEST_F(KeptFileTest, FailureSkipsTwiceAsManyTurnsEachTime)
 {
     write("1\n");
     files.failReading("class/x/value", EIO);
     KeptFile file = open();
     EXPECT_EQ(read(file).outcome, Outcome::Failed);
-    EXPECT_EQ(read(file).outcome, Outcome::Resting);
+    EXPECT_EQ(read(file).outcome, Outcome::Skipped);
     EXPECT_EQ(readsIn(file, 1), 1);
     EXPECT_EQ(readsIn(file, 2), 0);
     EXPECT_EQ(readsIn(file, 1), 1);
@@ -66,7 +66,7 @@ TEST_F(KeptFileTest, FailuresRestTwiceAsLongEachTime)
     EXPECT_EQ(readsIn(file, 1), 1);
 }
 
-TEST_F(KeptFileTest, RestsEndWithinTenMinutes)
+TEST_F(KeptFileTest, SkippingEndsWithinTenMinutes)
 {
     write("1\n");
     files.failReading("class/x/value", EIO);
@@ -75,7 +75,7 @@ TEST_F(KeptFileTest, RestsEndWithinTenMinutes)
     EXPECT_GE(readsIn(file, 300), 1);
 }
 
-TEST_F(KeptFileTest, SuccessEndsThePatience)
+TEST_F(KeptFileTest, SuccessEndsTheBackoff)
 {
     write("1\n");
     files.failReading("class/x/value", EIO);
@@ -101,7 +101,7 @@ TEST_F(KeptFileTest, EmptyFileIsAFailure)
     write("\n");
     KeptFile file = open();
     EXPECT_EQ(read(file).outcome, Outcome::Failed);
-    EXPECT_EQ(read(file).outcome, Outcome::Resting);
+    EXPECT_EQ(read(file).outcome, Outcome::Skipped);
 }
 
 TEST_F(KeptFileTest, HandleIsGivenBack)

@@ -1,6 +1,6 @@
-// What a power supply says about itself, as far as anyone here listens. A supply says it all at
-// once in its `uevent`, as lines of POWER_SUPPLY_STATUS=Charging, or piece by piece in files
-// called `status` and so on.
+// One power supply at one moment: what it says about itself, as far as that is used here, and
+// what its name tells of its driver. A supply says everything at once in its `uevent`, as lines
+// of POWER_SUPPLY_STATUS=Charging, or piece by piece in files called `status` and so on.
 //
 // Units are the kernel's: microvolts, microamperes, microwatts, microwatt-hours and
 // microampere-hours. A missing attribute is ordinary; so are signs and sizes that make no sense.
@@ -82,5 +82,30 @@ private:
 
 /// Name of the attribute's file.
 [[nodiscard]] std::string_view fileName(Attribute attribute);
+
+/// Which attributes of an external supply are the adapter's rating.
+enum class RatingSource : std::uint8_t {
+    None,
+    InputPowerLimit,
+    Contract, ///< voltage_now × current_now are what was negotiated, not what flows
+    DesignMaximum, ///< voltage_max_design × current_max
+};
+
+/// How some attributes of a driver are meant.
+struct SupplyTraits {
+    RatingSource rating = RatingSource::None;
+    /// The rate is known to be negative while discharging, whatever the status says.
+    bool hasSignedRate = false;
+    /// `online` says 1 for ever, so it says nothing.
+    bool isAlwaysOnline = false;
+};
+
+/// By the supply's name, which begins with its driver's.
+[[nodiscard]] SupplyTraits supplyTraits(std::string_view name);
+
+struct SupplyReading {
+    SupplyTraits traits{};
+    SupplyAttributes attributes{};
+};
 
 } // namespace amperly

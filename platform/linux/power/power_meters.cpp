@@ -1,4 +1,4 @@
-#include "platform/linux/power/measured_sources.h"
+#include "platform/linux/power/power_meters.h"
 
 #include <array>
 #include <utility>
@@ -16,9 +16,31 @@ constexpr std::uint32_t kTurnOfPowercap = 12;
 // No single computer under a desk draws this; a meter's error code reads as four megawatts.
 constexpr double kHighestWatts = 5000.0;
 
+// The counter is updated about every millisecond; over less time than this its steps show.
+constexpr double kShortestSeconds = 0.1;
+// A mean over more time is not what flows now; in between the machine may have slept.
+constexpr double kLongestSeconds = 120.0;
+
 } // namespace
 
-MeasuredSources::MeasuredSources(
+std::optional<double> EnergyCounter::watts(std::int64_t microjoules, double seconds)
+{
+    if (m_last && seconds - m_last->seconds < kShortestSeconds)
+        return m_watts;
+
+    m_watts.reset();
+    if (m_last && seconds - m_last->seconds <= kLongestSeconds) {
+        std::int64_t difference = microjoules - m_last->microjoules;
+        if (difference < 0 && m_range > 0)
+            difference += m_range;
+        if (difference > 0)
+            m_watts = static_cast<double>(difference) / 1e6 / (seconds - m_last->seconds);
+    }
+    m_last = Point{microjoules, seconds};
+    return m_watts;
+}
+
+PowerMeters::PowerMeters(
     SystemFiles& files, const std::string& root, std::function<double()> monotonicSeconds)
     : m_files(files)
     , m_monotonicSeconds(std::move(monotonicSeconds))
@@ -27,12 +49,12 @@ MeasuredSources::MeasuredSources(
 {
 }
 
-bool MeasuredSources::hasAny() const
+bool PowerMeters::hasAny() const
 {
     return m_meters.systemLoad.isOpen() || m_meters.adapterIn.isOpen() || m_platformEnergy.isOpen();
 }
 
-void MeasuredSources::findPlatformMeter()
+void PowerMeters::findPlatformMeter()
 {
     m_platformEnergy = KeptFile();
     bool isAmbiguous = false;
@@ -41,7 +63,7 @@ void MeasuredSources::findPlatformMeter()
         // Zones called package, core or dram are parts of the machine only.
         if (readOnce(m_files, zone + "/name") != "psys")
             continue;
-        // Mostly the administrator's alone: then there is nothing to ask for later either.
+        // Mostly readable by the administrator only, and that does not change later.
         KeptFile energy(m_files, zone + "/energy_uj");
         if (!energy.isOpen())
             continue;
@@ -54,7 +76,7 @@ void MeasuredSources::findPlatformMeter()
         m_platformEnergy = KeptFile();
 }
 
-std::optional<std::int64_t> MeasuredSources::readNumber(KeptFile& file, bool& wasReplaced)
+std::optional<std::int64_t> PowerMeters::readNumber(KeptFile& file, bool& wasReplaced)
 {
     std::array<char, 64> buffer;
     const KeptFile::Reading reading = file.read(buffer);
@@ -64,7 +86,7 @@ std::optional<std::int64_t> MeasuredSources::readNumber(KeptFile& file, bool& wa
     return parseNumber(reading.text);
 }
 
-std::optional<double> MeasuredSources::readWatts(KeptFile& file)
+std::optional<double> PowerMeters::readWatts(KeptFile& file)
 {
     const std::optional<std::int64_t> microwatts = readNumber(file, m_isHwmonOutOfDate);
     if (!microwatts || *microwatts < 0)
@@ -73,7 +95,7 @@ std::optional<double> MeasuredSources::readWatts(KeptFile& file)
     return watts <= kHighestWatts ? std::optional(watts) : std::nullopt;
 }
 
-std::optional<double> MeasuredSources::readPlatformMeter()
+std::optional<double> PowerMeters::readPlatformMeter()
 {
     const std::optional<std::int64_t> microjoules = readNumber(m_platformEnergy, m_isPowercapOutOfDate);
     if (!microjoules)
@@ -82,7 +104,7 @@ std::optional<double> MeasuredSources::readPlatformMeter()
     return watts && *watts <= kHighestWatts ? watts : std::nullopt;
 }
 
-MeasuredPower MeasuredSources::read(bool devicesChanged)
+MeteredPower PowerMeters::read(bool devicesChanged)
 {
     const std::uint32_t turn = m_turn++;
     const bool lookAtAll = devicesChanged || turn == 0;
@@ -95,18 +117,18 @@ MeasuredPower MeasuredSources::read(bool devicesChanged)
             findPlatformMeter();
     }
 
-    MeasuredPower measured;
-    measured.adapterIn = readWatts(m_meters.adapterIn);
+    MeteredPower metered;
+    metered.adapterIn = readWatts(m_meters.adapterIn);
     if (m_meters.loadMeter == LoadMeter::Controller)
-        measured.systemLoad = readWatts(m_meters.systemLoad);
-    if (!measured.systemLoad)
-        measured.systemLoad = readPlatformMeter();
-    if (!measured.systemLoad && m_meters.loadMeter != LoadMeter::Controller)
-        measured.systemLoad = readWatts(m_meters.systemLoad);
+        metered.systemLoad = readWatts(m_meters.systemLoad);
+    if (!metered.systemLoad)
+        metered.systemLoad = readPlatformMeter();
+    if (!metered.systemLoad && m_meters.loadMeter != LoadMeter::Controller)
+        metered.systemLoad = readWatts(m_meters.systemLoad);
     // A computer that runs draws something: 0 is a meter that is there but not connected.
-    if (measured.systemLoad == 0.0)
-        measured.systemLoad.reset();
-    return measured;
+    if (metered.systemLoad == 0.0)
+        metered.systemLoad.reset();
+    return metered;
 }
 
 } // namespace amperly

@@ -1,4 +1,4 @@
-#include "platform/linux/power/supply_attributes.h"
+#include "platform/linux/power/supply_reading.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/power/measured_sources.h"
+#include "platform/linux/power/power_meters.h"
 
 #include "platform/linux/power/linux_power_source.h"
 #include "tests/platform/linux/power/fake_files.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::optional<double> kUnknown = std::nullopt;
 
-class MeasuredSourcesTest : public testing::Test {
+class PowerMetersTest : public testing::Test {
 protected:
     void addController(const std::string& load, const std::string& adapterIn)
     {
@@ -50,7 +50,7 @@ protected:
     LinuxPowerSource source{files, FakeFiles::kRoot, [this] { return now; }};
 };
 
-TEST_F(MeasuredSourcesTest, ControllerTellsLoadAndAdapterByLabel)
+TEST_F(PowerMetersTest, ControllerTellsLoadAndAdapterByLabel)
 {
     addCharging("20000000");
     addController("15500000", "36000000");
@@ -60,7 +60,7 @@ TEST_F(MeasuredSourcesTest, ControllerTellsLoadAndAdapterByLabel)
     EXPECT_EQ(batteryFlow(sample), 20.0);
 }
 
-TEST_F(MeasuredSourcesTest, MeterAloneIsAReading)
+TEST_F(PowerMetersTest, MeterAloneIsAReading)
 {
     addPowerMeter("hwmon0", "80000000");
     const std::optional<PowerSample> sample = read();
@@ -70,20 +70,20 @@ TEST_F(MeasuredSourcesTest, MeterAloneIsAReading)
     EXPECT_TRUE(sample->externalConnected);
 }
 
-TEST_F(MeasuredSourcesTest, OneMeterAndTheBatteryTellTheAdapter)
+TEST_F(PowerMetersTest, OneMeterAndTheBatteryTellTheAdapter)
 {
     addCharging("20000000");
     addPowerMeter("hwmon0", "15000000");
     EXPECT_EQ(adapterIn(read()), 35.0);
 }
 
-TEST_F(MeasuredSourcesTest, ErrorCodeOfAPowerMeterIsUnknown)
+TEST_F(PowerMetersTest, ErrorCodeOfAPowerMeterIsUnknown)
 {
     addPowerMeter("hwmon0", "4294967295000");
     EXPECT_EQ(load(read()), kUnknown);
 }
 
-TEST_F(MeasuredSourcesTest, MeterThatSaysNothingOrLessIsUnknown)
+TEST_F(PowerMetersTest, MeterThatSaysNothingOrLessIsUnknown)
 {
     for (const char* microwatts : {"0", "-3000000", "lots"}) {
         addPowerMeter("hwmon0", microwatts);
@@ -91,21 +91,21 @@ TEST_F(MeasuredSourcesTest, MeterThatSaysNothingOrLessIsUnknown)
     }
 }
 
-TEST_F(MeasuredSourcesTest, MeterOfTheBatteryIsNoMeterOfTheSystem)
+TEST_F(PowerMetersTest, MeterOfTheBatteryIsNoMeterOfTheSystem)
 {
     files.addDevice("hwmon", "hwmon0",
         {{"name", "power_meter"}, {"power1_is_battery", "1"}, {"power1_average", "9000000"}});
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(MeasuredSourcesTest, TwoPowerMetersAreNobodysWhole)
+TEST_F(PowerMetersTest, TwoPowerMetersAreNobodysWhole)
 {
     addPowerMeter("hwmon0", "80000000");
     addPowerMeter("hwmon1", "30000000");
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(MeasuredSourcesTest, SupplyUnitOfADesktopTellsItsTotal)
+TEST_F(PowerMetersTest, SupplyUnitOfADesktopTellsItsTotal)
 {
     files.addDevice("hwmon", "hwmon5",
         {{"name", "corsairpsu"}, {"power1_label", "power total"}, {"power1_input", "120000000"},
@@ -114,7 +114,7 @@ TEST_F(MeasuredSourcesTest, SupplyUnitOfADesktopTellsItsTotal)
     EXPECT_EQ(load(read()), 120.0);
 }
 
-TEST_F(MeasuredSourcesTest, PowerOfAGraphicsCardIsNotTheSystems)
+TEST_F(PowerMetersTest, PowerOfAGraphicsCardIsNotTheSystems)
 {
     files.addDevice(
         "hwmon", "hwmon1", {{"name", "amdgpu"}, {"power1_label", "PPT"}, {"power1_average", "30000000"}});
@@ -124,7 +124,7 @@ TEST_F(MeasuredSourcesTest, PowerOfAGraphicsCardIsNotTheSystems)
     EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(MeasuredSourcesTest, PlatformMeterTellsPowerFromTheSecondReadingOn)
+TEST_F(PowerMetersTest, PlatformMeterTellsPowerFromTheSecondReadingOn)
 {
     addCharging("20000000");
     addPlatformMeter("5000000");
@@ -135,7 +135,7 @@ TEST_F(MeasuredSourcesTest, PlatformMeterTellsPowerFromTheSecondReadingOn)
     EXPECT_EQ(adapterIn(sample), 35.0);
 }
 
-TEST_F(MeasuredSourcesTest, PlatformMeterThatMayNotBeReadIsNeverAskedAgain)
+TEST_F(PowerMetersTest, PlatformMeterThatMayNotBeReadIsNeverAskedAgain)
 {
     addPlatformMeter("5000000");
     files.failOpening("class/powercap/intel-rapl:1/energy_uj", EACCES);
@@ -144,7 +144,7 @@ TEST_F(MeasuredSourcesTest, PlatformMeterThatMayNotBeReadIsNeverAskedAgain)
     EXPECT_EQ(files.opensOf("class/powercap/intel-rapl:1/energy_uj"), 1);
 }
 
-TEST_F(MeasuredSourcesTest, PowerOfTheProcessorPackageIsNotTheSystems)
+TEST_F(PowerMetersTest, PowerOfTheProcessorPackageIsNotTheSystems)
 {
     files.addDevice("powercap", "intel-rapl:0",
         {{"name", "package-0"}, {"energy_uj", "1"}, {"max_energy_range_uj", "1000000000"}});
@@ -152,7 +152,7 @@ TEST_F(MeasuredSourcesTest, PowerOfTheProcessorPackageIsNotTheSystems)
     EXPECT_EQ(files.readsOf("class/powercap/intel-rapl:0/energy_uj"), 0);
 }
 
-TEST_F(MeasuredSourcesTest, ControllerIsTrustedMoreThanThePlatformMeter)
+TEST_F(PowerMetersTest, ControllerIsTrustedMoreThanThePlatformMeter)
 {
     addController("15500000", "36000000");
     addPlatformMeter("5000000");
@@ -161,7 +161,7 @@ TEST_F(MeasuredSourcesTest, ControllerIsTrustedMoreThanThePlatformMeter)
     EXPECT_EQ(load(readAfter(2)), 15.5);
 }
 
-TEST_F(MeasuredSourcesTest, MeterWhoseDriverLoadsLaterIsFound)
+TEST_F(PowerMetersTest, MeterWhoseDriverLoadsLaterIsFound)
 {
     files.addSupply("AC", {{"type", "Mains"}, {"online", "1"}});
     EXPECT_EQ(load(read()), kUnknown);
@@ -171,7 +171,7 @@ TEST_F(MeasuredSourcesTest, MeterWhoseDriverLoadsLaterIsFound)
     EXPECT_EQ(load(read()), 80.0);
 }
 
-TEST_F(MeasuredSourcesTest, MeterThatGoesLeavesItsFigureUnknown)
+TEST_F(PowerMetersTest, MeterThatGoesLeavesItsFigureUnknown)
 {
     files.addSupply("AC", {{"type", "Mains"}, {"online", "1"}});
     addPowerMeter("hwmon0", "80000000");
@@ -182,7 +182,7 @@ TEST_F(MeasuredSourcesTest, MeterThatGoesLeavesItsFigureUnknown)
     EXPECT_EQ(load(read()), kUnknown);
 }
 
-TEST_F(MeasuredSourcesTest, LabelsAreReadOnceOnly)
+TEST_F(PowerMetersTest, LabelsAreReadOnceOnly)
 {
     addController("15500000", "36000000");
     static_cast<void>(read());
@@ -190,6 +190,61 @@ TEST_F(MeasuredSourcesTest, LabelsAreReadOnceOnly)
     static_cast<void>(read());
     EXPECT_EQ(files.reads(), 2);
     EXPECT_EQ(files.opens(), 0);
+}
+
+// The counter of energy.
+
+TEST(EnergyCounterTest, FirstPointIsNoPower)
+{
+    EnergyCounter counter(1'000'000'000);
+    EXPECT_EQ(counter.watts(5'000'000, 100), std::nullopt);
+}
+
+TEST(EnergyCounterTest, PowerIsTheMeanBetweenTwoPoints)
+{
+    EnergyCounter counter(1'000'000'000);
+    static_cast<void>(counter.watts(5'000'000, 100));
+    EXPECT_EQ(counter.watts(35'000'000, 102), 15.0);
+    EXPECT_EQ(counter.watts(36'000'000, 104), 0.5);
+}
+
+TEST(EnergyCounterTest, CounterThatStartedAgainGoesOn)
+{
+    EnergyCounter counter(100'000'000);
+    static_cast<void>(counter.watts(95'000'000, 100));
+    EXPECT_EQ(counter.watts(5'000'000, 102), 5.0);
+}
+
+TEST(EnergyCounterTest, CounterThatWentBackWithoutKnownRangeIsUnknownOnce)
+{
+    EnergyCounter counter;
+    static_cast<void>(counter.watts(95'000'000, 100));
+    EXPECT_EQ(counter.watts(5'000'000, 102), std::nullopt);
+    EXPECT_EQ(counter.watts(15'000'000, 104), 5.0);
+}
+
+TEST(EnergyCounterTest, CounterThatStandsStillIsUnknown)
+{
+    EnergyCounter counter(100'000'000);
+    static_cast<void>(counter.watts(0, 100));
+    EXPECT_EQ(counter.watts(0, 102), std::nullopt);
+}
+
+TEST(EnergyCounterTest, TwoReadingsAtOnceShareOneFigure)
+{
+    EnergyCounter counter(100'000'000);
+    static_cast<void>(counter.watts(0, 100));
+    EXPECT_EQ(counter.watts(20'000'000, 102), 10.0);
+    EXPECT_EQ(counter.watts(20'500'000, 102.01), 10.0);
+    EXPECT_EQ(counter.watts(60'000'000, 104), 20.0);
+}
+
+TEST(EnergyCounterTest, LongPauseStartsAnew)
+{
+    EnergyCounter counter(100'000'000);
+    static_cast<void>(counter.watts(0, 100));
+    EXPECT_EQ(counter.watts(50'000'000, 221), std::nullopt);
+    EXPECT_EQ(counter.watts(60'000'000, 223), 5.0);
 }
 
 } // namespace
