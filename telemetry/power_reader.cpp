@@ -86,46 +86,29 @@ private:
     RegistryEntry m_entry;
 };
 
-/// What the battery's entry says on either path.
-struct Connection {
-    bool external = false;
-    std::optional<int> adapterRating;
-    std::optional<int> batteryPercent;
-};
-
-Connection readConnection(const BatteryService& service)
-{
-    Connection connection;
-    if (!service.isPresent())
-        return connection;
-
-    const RegistryProperty external = service.copy(battery_entry::kExternalConnected);
-    if (const bool* connected = std::get_if<bool>(&external))
-        connection.external = *connected;
-
-    const RegistryDictionary adapter = service.copyDictionary(battery_entry::kAdapterDetails);
-    if (connection.external)
-        connection.adapterRating = asInteger<int>(adapter.find(battery_entry::kWatts));
-
-    connection.batteryPercent = asInteger<int>(service.copy(battery_entry::kCurrentCapacity));
-    return connection;
-}
-
-PowerSample sampleOf(const Connection& connection)
+/// What the battery's entry says beside the flows.
+PowerSample sampleWithoutFlows(const BatteryService& service)
 {
     PowerSample sample;
-    sample.adapterRating = connection.adapterRating;
-    sample.batteryPercent = connection.batteryPercent;
-    sample.externalConnected = connection.external;
+    if (!service.isPresent())
+        return sample;
+
+    const RegistryProperty external = service.copy(battery_entry::kExternalConnected);
+    sample.externalConnected = external == RegistryProperty(true);
+
+    const RegistryDictionary adapter = service.copyDictionary(battery_entry::kAdapterDetails);
+    if (sample.externalConnected)
+        sample.adapterRating = asInteger<int>(entryIn(adapter, battery_entry::kWatts));
+
+    sample.batteryPercent = asInteger<int>(service.copy(battery_entry::kCurrentCapacity));
     return sample;
 }
 
-PowerSample sampleFromController(SMC& smc, double system, const Connection& connection)
+PowerSample withFlowsOfController(PowerSample sample, double system, SMC& smc)
 {
-    PowerSample sample = sampleOf(connection);
     // The controller counts battery power as positive while the battery delivers it.
     const std::optional<double> delivered = smc.floatValue("SBAP");
-    if (connection.external) {
+    if (sample.externalConnected) {
         if (const std::optional<double> adapter = smc.floatValue("PDTR")) {
             sample.adapterIn = notNegative(*adapter);
             sample.battery = delivered ? -*delivered : *adapter - system;
@@ -140,16 +123,15 @@ PowerSample sampleFromController(SMC& smc, double system, const Connection& conn
     return sample;
 }
 
-PowerSample sampleFromRegistry(const BatteryService& service, const Connection& connection)
+PowerSample withFlowsOfRegistry(PowerSample sample, const BatteryService& service)
 {
-    PowerSample sample = sampleOf(connection);
     const RegistryDictionary telemetry = service.copyDictionary(battery_entry::kPowerTelemetryData);
     const double millivolts = asDouble(service.copy(battery_entry::kVoltage)).value_or(0);
     const double milliamperes = static_cast<double>(
         asInteger<std::int64_t>(service.copy(battery_entry::kInstantAmperage)).value_or(0));
 
     const auto mW = [&telemetry](std::string_view key) -> std::optional<double> {
-        const std::optional<std::int64_t> milliwatts = asInteger<std::int64_t>(telemetry.find(key));
+        const std::optional<std::int64_t> milliwatts = asInteger<std::int64_t>(entryIn(telemetry, key));
         if (!milliwatts)
             return std::nullopt;
         return static_cast<double>(*milliwatts) / 1000.0;
@@ -180,13 +162,13 @@ SMC* PowerReader::smc()
 std::optional<PowerSample> PowerReader::read()
 {
     const BatteryService service(m_registry);
-    const Connection connection = readConnection(service);
+    const PowerSample sample = sampleWithoutFlows(service);
     if (SMC* const controller = smc()) {
         if (const std::optional<double> system = controller->floatValue("PSTR"))
-            return sampleFromController(*controller, *system, connection);
+            return withFlowsOfController(sample, *system, *controller);
     }
     if (service.isPresent())
-        return sampleFromRegistry(service, connection);
+        return withFlowsOfRegistry(sample, service);
     return std::nullopt;
 }
 

@@ -52,7 +52,7 @@ inline RegistryDictionary dictionary(
 {
     RegistryDictionary result;
     for (const auto& [name, value] : entries)
-        result.add(name, value);
+        result.emplace(name, value);
     return result;
 }
 

@@ -49,7 +49,7 @@ void addEntry(const void* key, const void* value, void* context)
         return;
     const RegistryScalar scalar = scalarOf(value);
     if (scalar != RegistryScalar())
-        static_cast<RegistryDictionary*>(context)->add(name.data(), scalar);
+        static_cast<RegistryDictionary*>(context)->emplace(name.data(), scalar);
 }
 
 RegistryProperty propertyOf(CFTypeRef value)

@@ -21,8 +21,8 @@ double storedWatts(double watts)
 void SimulatedBattery::setPercent(double percent)
 {
     m_wattHours = std::clamp(percent, 0.0, 100.0) / 100.0 * kCapacityWattHours;
-    m_rests = false;
-    noteFullness();
+    m_isToppedUp = false;
+    updateToppedUp();
 }
 
 double SimulatedBattery::percent() const
@@ -37,7 +37,7 @@ double SimulatedBattery::volts() const
 
 double SimulatedBattery::acceptedWatts() const
 {
-    if (m_rests)
+    if (m_isToppedUp)
         return 0;
     const double tapered = std::max(percent() - kTaperPercent, 0.0) / (100.0 - kTaperPercent);
     return kMostChargingWatts + (kLeastChargingWatts - kMostChargingWatts) * tapered;
@@ -52,15 +52,15 @@ void SimulatedBattery::flow(double watts, double seconds)
 {
     const double changed = m_wattHours + storedWatts(watts) * seconds / kSecondsPerHour;
     m_wattHours = std::clamp(changed, 0.0, kCapacityWattHours);
-    noteFullness();
+    updateToppedUp();
 }
 
-void SimulatedBattery::noteFullness()
+void SimulatedBattery::updateToppedUp()
 {
     if (isFull())
-        m_rests = true;
+        m_isToppedUp = true;
     else if (percent() <= kTopUpPercent)
-        m_rests = false;
+        m_isToppedUp = false;
 }
 
 } // namespace amperly

@@ -41,10 +41,10 @@ public:
     void flow(double watts, double seconds);
 
 private:
-    void noteFullness();
+    void updateToppedUp();
 
     double m_wattHours = 0;
-    bool m_rests = false; ///< was full, has not fallen to kTopUpPercent since
+    bool m_isToppedUp = false; ///< was full, has not fallen to kTopUpPercent since
 };
 
 } // namespace amperly

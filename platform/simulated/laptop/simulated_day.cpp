@@ -18,7 +18,7 @@ struct Scene {
     double untilSecond; ///< of the day
     int adapterWatts; ///< 0 on battery
     double loadWatts; ///< about
-    double hurry; ///< seconds of the laptop in one of the day
+    double speed; ///< seconds of the laptop in one of the day
 };
 
 constexpr std::array kScenes{
@@ -78,10 +78,11 @@ void SimulatedDay::takeStep()
     // A wandering load, scaled to the scene, at a pace that shows within its few seconds.
     constexpr double kPace = 4.0;
     constexpr double kRange = WanderingLoad::kHighestOrdinaryWatts - WanderingLoad::kLowestWatts;
-    const double wobble = (m_wobble.ordinaryWattsAt(second * kPace) - WanderingLoad::kLowestWatts) / kRange;
-    m_laptop.setLoad(scene.loadWatts * (0.9 + 0.5 * wobble));
+    const double variation
+        = (m_variation.ordinaryWattsAt(second * kPace) - WanderingLoad::kLowestWatts) / kRange;
+    m_laptop.setLoad(scene.loadWatts * (0.9 + 0.5 * variation));
 
-    m_laptop.advance(scene.hurry / kStepsPerSecond);
+    m_laptop.advance(scene.speed / kStepsPerSecond);
     ++m_steps;
 }
 

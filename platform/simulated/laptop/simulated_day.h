@@ -1,8 +1,8 @@
 // A laptop's day in two minutes: on battery, on chargers from 20 to 140 W, full, boosting beyond
 // its charger, almost empty, and back. Then the next day begins.
 //
-// The load changes at a pace that people can watch; only the charge is hurried along, in each
-// scene as much as it takes to get somewhere.
+// The load changes at a pace that people can watch; only the charge passes faster, in each
+// scene by as much as it takes to get somewhere.
 #pragma once
 
 #include "platform/simulated/laptop/simulated_laptop.h"
@@ -29,7 +29,7 @@ private:
     void takeStep();
 
     SimulatedLaptop& m_laptop;
-    WanderingLoad m_wobble;
+    WanderingLoad m_variation;
     std::int64_t m_steps = 0;
 };
 

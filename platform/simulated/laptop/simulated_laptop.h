@@ -8,14 +8,16 @@
 // without any it is off and draws nothing.
 #pragma once
 
-#include "platform/simulated/laptop/faults.h"
-#include "platform/simulated/laptop/power_flows.h"
 #include "platform/simulated/laptop/simulated_battery.h"
 #include "platform/simulated/laptop/simulated_registry.h"
 #include "platform/simulated/laptop/simulated_smc.h"
 #include "platform/simulated/laptop/wandering_load.h"
 
+#include <functional>
+#include <map>
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace amperly {
 
@@ -23,6 +25,40 @@ namespace amperly {
 struct AdapterWatts {
     int rating = 0; ///< watts, at most this comes out; not negative
     friend bool operator==(const AdapterWatts&, const AdapterWatts&) = default;
+};
+
+/// Where the power goes at one instant, in watts. adapterIn is always systemLoad + battery.
+struct PowerFlows {
+    double systemLoad = 0; ///< drawn by the machine, never negative
+    double adapterIn = 0; ///< delivered by the adapter, never negative
+    double battery = 0; ///< into the battery while positive, out of it while negative
+    friend bool operator==(const PowerFlows&, const PowerFlows&) = default;
+};
+
+enum class Fault {
+    None,
+    Refused, ///< as if there were no such thing
+    ValueRefused, ///< a key tells its type but not its value; in the registry the same as Refused
+    WrongType, ///< something of another type than it should be
+    Infinite, ///< of the right type where that can hold an infinity
+};
+
+/// What goes wrong, by the name under which it is asked: a controller key ("PDTR"), a registry
+/// property or an entry of one ("Voltage", "BatteryPower"), or the class of a service ("AppleSMC").
+class Faults {
+public:
+    void set(std::string_view name, Fault fault) { m_byName.insert_or_assign(std::string(name), fault); }
+
+    [[nodiscard]] Fault of(std::string_view name) const
+    {
+        const auto found = m_byName.find(name);
+        return found == m_byName.end() ? Fault::None : found->second;
+    }
+
+    [[nodiscard]] bool refuse(std::string_view name) const { return of(name) == Fault::Refused; }
+
+private:
+    std::map<std::string, Fault, std::less<>> m_byName;
 };
 
 class SimulatedLaptop {
@@ -52,7 +88,7 @@ public:
     void removeBattery() { m_hasBattery = false; }
     void insertBattery() { m_hasBattery = true; }
 
-    // What goes wrong, for whatever has this name (see faults.h). A later fault replaces an earlier.
+    // What goes wrong, for whatever has this name. A later fault replaces an earlier one.
     void refuse(std::string_view name) { m_faults.set(name, Fault::Refused); }
     void refuseValue(std::string_view name) { m_faults.set(name, Fault::ValueRefused); }
     void giveWrongType(std::string_view name) { m_faults.set(name, Fault::WrongType); }

@@ -3,27 +3,41 @@
 #include "platform/battery_entry.h"
 #include "platform/simulated/laptop/simulated_laptop.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 namespace amperly {
 
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 std::int64_t milli(double value)
 {
     return std::llround(value * 1000.0);
 }
 
-/// A boolean where something else is due, a number where a boolean is.
-RegistryProperty ofAnotherType(const RegistryProperty& value)
+/// Adds a property, or an entry of one, as far as its fault lets it.
+template <typename Values, typename Value>
+void add(Values& values, std::string_view name, Value value, const Faults& faults)
 {
-    if (std::holds_alternative<bool>(value))
-        return std::int64_t{1};
-    return true;
+    switch (faults.of(name)) {
+    case Fault::None:
+        values.emplace(name, std::move(value));
+        break;
+    case Fault::Refused:
+    case Fault::ValueRefused:
+        break;
+    case Fault::WrongType: // a number where a boolean is due, a boolean for anything else
+        if constexpr (std::is_same_v<Value, bool>)
+            values.emplace(name, std::int64_t{1});
+        else
+            values.emplace(name, true);
+        break;
+    case Fault::Infinite:
+        values.emplace(name, std::numeric_limits<double>::infinity());
+        break;
+    }
 }
 
 } // namespace
@@ -33,100 +47,56 @@ RegistryEntry SimulatedRegistry::find(std::string_view className)
     ++m_finds;
     if (className != battery_entry::kClassName || m_laptop.faults().refuse(className))
         return 0;
-    m_found.push_back({.entry = ++m_lastEntry,
-        .pluggedIn = m_laptop.isPluggedIn(),
-        .rating = m_laptop.adapter().value_or(AdapterWatts{}).rating,
-        .hasBattery = m_laptop.hasBattery(),
-        .percent = static_cast<int>(std::lround(m_laptop.percent())),
-        .volts = m_laptop.batteryVolts(),
-        .flows = m_laptop.flows()});
+    m_found.emplace(++m_lastEntry, propertiesNow());
     return m_lastEntry;
 }
 
 void SimulatedRegistry::release(RegistryEntry entry)
 {
     ++m_releases;
-    if (std::erase_if(m_found, [entry](const Found& found) { return found.entry == entry; }) == 0)
+    if (m_found.erase(entry) == 0)
         ++m_misuses;
 }
 
 RegistryProperty SimulatedRegistry::copyProperty(RegistryEntry entry, std::string_view name)
 {
     ++m_copies;
-    const auto found = std::find_if(
-        m_found.begin(), m_found.end(), [entry](const Found& candidate) { return candidate.entry == entry; });
+    const auto found = m_found.find(entry);
     if (found == m_found.end()) {
         ++m_misuses;
         return {};
     }
-    RegistryProperty value = trueValue(*found, name);
-    if (std::holds_alternative<std::monostate>(value))
-        return value;
-    switch (m_laptop.faults().of(name)) {
-    case Fault::None:
-        return value;
-    case Fault::Refused:
-    case Fault::ValueRefused:
-        return {};
-    case Fault::WrongType:
-        return ofAnotherType(value);
-    case Fault::Infinite:
-        return kInfinity;
+    const auto property = found->second.find(name);
+    return property == found->second.end() ? RegistryProperty() : property->second;
+}
+
+SimulatedRegistry::Properties SimulatedRegistry::propertiesNow() const
+{
+    const PowerFlows flows = m_laptop.flows();
+    const Faults& faults = m_laptop.faults();
+
+    RegistryDictionary adapter;
+    if (const std::optional<AdapterWatts> charger = m_laptop.adapter())
+        add(adapter, battery_entry::kWatts, std::int64_t{charger->rating}, faults);
+
+    RegistryDictionary telemetry;
+    if (m_laptop.hasBattery())
+        add(telemetry, battery_entry::kBatteryPower, milli(flows.battery), faults);
+    add(telemetry, battery_entry::kSystemPowerIn, milli(flows.adapterIn), faults);
+    add(telemetry, battery_entry::kSystemLoad, milli(flows.systemLoad), faults);
+
+    Properties properties;
+    add(properties, battery_entry::kExternalConnected, m_laptop.isPluggedIn(), faults);
+    add(properties, battery_entry::kAdapterDetails, std::move(adapter), faults);
+    add(properties, battery_entry::kPowerTelemetryData, std::move(telemetry), faults);
+    if (m_laptop.hasBattery()) {
+        const double volts = m_laptop.batteryVolts();
+        add(properties, battery_entry::kCurrentCapacity,
+            static_cast<std::int64_t>(std::lround(m_laptop.percent())), faults);
+        add(properties, battery_entry::kVoltage, milli(volts), faults);
+        add(properties, battery_entry::kInstantAmperage, milli(flows.battery / volts), faults);
     }
-    return value;
-}
-
-RegistryProperty SimulatedRegistry::trueValue(const Found& found, std::string_view name) const
-{
-    if (name == battery_entry::kExternalConnected)
-        return found.pluggedIn;
-    if (name == battery_entry::kAdapterDetails)
-        return adapterDetails(found);
-    if (name == battery_entry::kPowerTelemetryData)
-        return telemetry(found);
-    if (!found.hasBattery)
-        return {};
-    if (name == battery_entry::kCurrentCapacity)
-        return std::int64_t{found.percent};
-    if (name == battery_entry::kVoltage)
-        return milli(found.volts);
-    if (name == battery_entry::kInstantAmperage)
-        return milli(found.flows.battery / found.volts);
-    return {};
-}
-
-RegistryDictionary SimulatedRegistry::adapterDetails(const Found& found) const
-{
-    RegistryDictionary details;
-    if (found.pluggedIn)
-        addEntry(details, battery_entry::kWatts, found.rating);
-    return details;
-}
-
-RegistryDictionary SimulatedRegistry::telemetry(const Found& found) const
-{
-    RegistryDictionary data;
-    if (found.hasBattery)
-        addEntry(data, battery_entry::kBatteryPower, milli(found.flows.battery));
-    addEntry(data, battery_entry::kSystemPowerIn, milli(found.flows.adapterIn));
-    addEntry(data, battery_entry::kSystemLoad, milli(found.flows.systemLoad));
-    return data;
-}
-
-void SimulatedRegistry::addEntry(
-    RegistryDictionary& dictionary, std::string_view name, std::int64_t value) const
-{
-    switch (m_laptop.faults().of(name)) {
-    case Fault::None:
-        return dictionary.add(name, value);
-    case Fault::Refused:
-    case Fault::ValueRefused:
-        return;
-    case Fault::WrongType:
-        return dictionary.add(name, true);
-    case Fault::Infinite:
-        return dictionary.add(name, kInfinity);
-    }
+    return properties;
 }
 
 } // namespace amperly

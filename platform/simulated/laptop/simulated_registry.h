@@ -5,10 +5,10 @@
 #pragma once
 
 #include "platform/registry.h"
-#include "platform/simulated/laptop/power_flows.h"
 
-#include <optional>
-#include <vector>
+#include <functional>
+#include <map>
+#include <string>
 
 namespace amperly {
 
@@ -30,23 +30,12 @@ public:
     [[nodiscard]] int misuses() const { return m_misuses; } ///< of entries that are not outstanding
 
 private:
-    struct Found {
-        RegistryEntry entry = 0;
-        bool pluggedIn = false;
-        int rating = 0; ///< watts
-        bool hasBattery = false;
-        int percent = 0;
-        double volts = 0;
-        PowerFlows flows;
-    };
+    using Properties = std::map<std::string, RegistryProperty, std::less<>>;
 
-    [[nodiscard]] RegistryProperty trueValue(const Found& found, std::string_view name) const;
-    [[nodiscard]] RegistryDictionary adapterDetails(const Found& found) const;
-    [[nodiscard]] RegistryDictionary telemetry(const Found& found) const;
-    void addEntry(RegistryDictionary& dictionary, std::string_view name, std::int64_t value) const;
+    [[nodiscard]] Properties propertiesNow() const;
 
     const SimulatedLaptop& m_laptop;
-    std::vector<Found> m_found;
+    std::map<RegistryEntry, Properties> m_found;
     RegistryEntry m_lastEntry = 0;
     int m_finds = 0;
     int m_copies = 0;

@@ -29,12 +29,12 @@ double smoothStep(double position)
 }
 
 /// Where `seconds` lies in a row of cells of equal length.
-struct Place {
+struct CellPosition {
     std::int64_t cell;
     double inside; ///< 0 at the cell's start, towards 1 at its end
 };
 
-Place placeIn(double cellSeconds, double seconds)
+CellPosition positionIn(double cellSeconds, double seconds)
 {
     const double cells = seconds / cellSeconds;
     const double cell = std::floor(cells);
@@ -44,21 +44,21 @@ Place placeIn(double cellSeconds, double seconds)
 /// Joins random numbers at the cells' edges, from 0 to 1.
 double drift(std::uint64_t seed, double cellSeconds, double seconds)
 {
-    const Place place = placeIn(cellSeconds, seconds);
-    const double from = chance(seed, kDriftStream, place.cell);
-    const double to = chance(seed, kDriftStream, place.cell + 1);
-    return from + (to - from) * smoothStep(place.inside);
+    const CellPosition at = positionIn(cellSeconds, seconds);
+    const double from = chance(seed, kDriftStream, at.cell);
+    const double to = chance(seed, kDriftStream, at.cell + 1);
+    return from + (to - from) * smoothStep(at.inside);
 }
 
 /// In `probability` of the cells something happens: 0 outside, up to 1 within, ramps between.
 double event(std::uint64_t seed, std::uint64_t stream, double probability, double cellSeconds, double seconds)
 {
-    const Place place = placeIn(cellSeconds, seconds);
-    if (chance(seed, stream, 2 * place.cell) >= probability)
+    const CellPosition at = positionIn(cellSeconds, seconds);
+    if (chance(seed, stream, 2 * at.cell) >= probability)
         return 0;
     constexpr double kRamp = 0.15; // of a cell
-    const double height = 0.4 + 0.6 * chance(seed, stream, 2 * place.cell + 1);
-    return height * smoothStep(place.inside / kRamp) * smoothStep((1 - place.inside) / kRamp);
+    const double height = 0.4 + 0.6 * chance(seed, stream, 2 * at.cell + 1);
+    return height * smoothStep(at.inside / kRamp) * smoothStep((1 - at.inside) / kRamp);
 }
 
 constexpr double kDriftWatts = 13.0; // reading, writing, a few pages open

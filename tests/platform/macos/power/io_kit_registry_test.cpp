@@ -22,7 +22,7 @@ protected:
     RegistryScalar entryOf(const fake_mac::Value& value)
     {
         const RegistryProperty property = copied(fake_mac::Dictionary{{"Entry", value}});
-        return std::get<RegistryDictionary>(property).find("Entry");
+        return entryIn(std::get<RegistryDictionary>(property), "Entry");
     }
 
     static bool isNothing(const RegistryProperty& property) { return property.index() == 0; }
@@ -118,9 +118,9 @@ TEST_F(IoKitRegistryTest, KeysOfAnyLengthDoNoHarm)
     const RegistryProperty property
         = copied(fake_mac::Dictionary{{std::string(127, 'k'), 1}, {std::string(128, 'l'), 2}, {"Watts", 96}});
     const auto& dictionary = std::get<RegistryDictionary>(property);
-    EXPECT_EQ(dictionary.find(std::string(127, 'k')), RegistryScalar(std::int64_t{1}));
-    EXPECT_EQ(dictionary.find(std::string(128, 'l')), RegistryScalar());
-    EXPECT_EQ(dictionary.find("Watts"), RegistryScalar(std::int64_t{96}));
+    EXPECT_EQ(entryIn(dictionary, std::string(127, 'k')), RegistryScalar(std::int64_t{1}));
+    EXPECT_EQ(entryIn(dictionary, std::string(128, 'l')), RegistryScalar());
+    EXPECT_EQ(entryIn(dictionary, "Watts"), RegistryScalar(std::int64_t{96}));
 }
 
 TEST_F(IoKitRegistryTest, NoMemoryForTheNameIsNothing)

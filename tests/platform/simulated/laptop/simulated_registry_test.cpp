@@ -27,7 +27,7 @@ protected:
     std::int64_t integer(std::string_view name) { return std::get<std::int64_t>(property(name)); }
     RegistryScalar entryOf(std::string_view name, std::string_view entry)
     {
-        return std::get<RegistryDictionary>(property(name)).find(entry);
+        return entryIn(std::get<RegistryDictionary>(property(name)), entry);
     }
     RegistryScalar telemetry(std::string_view entry)
     {
