@@ -11,9 +11,31 @@ namespace amperly {
 class FakeLoginItem : public LoginItem {
 public:
     [[nodiscard]] LoginItemStatus status() const override { return m_status; }
-    [[nodiscard]] Failure registerItem() override;
-    [[nodiscard]] Failure registerUnasked() override;
-    [[nodiscard]] Failure unregisterItem() override;
+
+    [[nodiscard]] Failure registerItem() override
+    {
+        ++m_registrations;
+        if (m_failure)
+            return m_failure;
+        m_status = m_approvalRequired ? LoginItemStatus::RequiresApproval : LoginItemStatus::Enabled;
+        return std::nullopt;
+    }
+
+    [[nodiscard]] Failure registerUnasked() override
+    {
+        ++m_unaskedRegistrations;
+        return registerItem();
+    }
+
+    [[nodiscard]] Failure unregisterItem() override
+    {
+        ++m_unregistrations;
+        if (m_failure)
+            return m_failure;
+        m_status = LoginItemStatus::NotRegistered;
+        return std::nullopt;
+    }
+
     void openSystemSettings() override { ++m_settingsOpenings; }
 
     /// From now on registering and unregistering change nothing and fail with these words;

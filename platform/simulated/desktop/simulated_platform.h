@@ -22,7 +22,20 @@ public:
     SimulatedPlatform& operator=(const SimulatedPlatform&) = delete;
 
     /// The parts below as the program borrows them.
-    [[nodiscard]] Platform platform();
+    [[nodiscard]] Platform platform()
+    {
+        return {
+            .power = power,
+            .preferences = m_preferences,
+            .timers = timers,
+            .statusItem = statusItem,
+            .popover = popover,
+            .loginItem = loginItem,
+            .desktop = desktop,
+            .frames = frames,
+            .display = display,
+        };
+    }
 
     /// Moves the clock.
     void advance(double seconds) { timers.advance(seconds); }

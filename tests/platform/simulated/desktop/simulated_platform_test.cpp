@@ -30,6 +30,8 @@ TEST_F(SimulatedPlatformTest, TheProgramBorrowsTheParts)
     EXPECT_EQ(&platform.popover, &simulated.popover);
     EXPECT_EQ(&platform.loginItem, &simulated.loginItem);
     EXPECT_EQ(&platform.desktop, &simulated.desktop);
+    EXPECT_EQ(&platform.frames, &simulated.frames);
+    EXPECT_EQ(&platform.display, &simulated.display);
 }
 
 TEST_F(SimulatedPlatformTest, ReadingsAreThoseThatWereGivenLast)
