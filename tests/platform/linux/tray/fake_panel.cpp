@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <string_view>
 #include <utility>
 
@@ -83,7 +84,7 @@ const sd_bus_vtable FakePanel::kWatcher[] = {
     SD_BUS_VTABLE_END,
 };
 
-FakePanel::FakePanel(const std::string& address, bool hasHost)
+FakePanel::FakePanel(const std::string& address, std::optional<bool> hasHost)
     : m_connection(BusConnection::open(address)), m_hasHost(hasHost)
 {
     sd_bus* bus = m_connection->bus();
@@ -100,7 +101,25 @@ FakePanel::FakePanel(const std::string& address, bool hasHost)
     listen("type='signal',path='/MenuBar'", m_menuSignals);
     listen("type='signal',path_namespace='/StatusNotifierItem',interface='org.freedesktop.DBus.Properties'",
         m_propertySignals);
-    EXPECT_GE(sd_bus_request_name(bus, kWatcherName, 0), 0);
+    watchAgain();
+}
+
+std::string FakePanel::address() const
+{
+    const char* name = "";
+    EXPECT_GE(sd_bus_get_unique_name(m_connection->bus(), &name), 0);
+    return name;
+}
+
+void FakePanel::stopWatching()
+{
+    EXPECT_GE(sd_bus_release_name(m_connection->bus(), kWatcherName), 0);
+    m_connection->settle();
+}
+
+void FakePanel::watchAgain()
+{
+    EXPECT_GE(sd_bus_request_name(m_connection->bus(), kWatcherName, 0), 0);
     m_connection->settle();
 }
 
@@ -116,7 +135,8 @@ int FakePanel::registerItem(sd_bus_message* call, void* self, sd_bus_error*)
 int FakePanel::hasHostProperty(
     sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* self, sd_bus_error*)
 {
-    return sd_bus_message_append(reply, "b", static_cast<int>(panelAt(self).m_hasHost));
+    const std::optional<bool> hasHost = panelAt(self).m_hasHost;
+    return hasHost ? sd_bus_message_append(reply, "b", static_cast<int>(*hasHost)) : -ENOENT;
 }
 
 int FakePanel::signalArrived(sd_bus_message* signal, void* self, sd_bus_error*)

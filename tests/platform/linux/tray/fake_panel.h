@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,10 +52,18 @@ struct MenuLayout {
 
 class FakePanel {
 public:
-    /// Joins the bus at `address` and, as the watcher, takes its name there.
-    explicit FakePanel(const std::string& address, bool hasHost = true);
+    /// Joins the bus at `address` and, as the watcher, takes its name there. Without a value in
+    /// `hasHost` it does not know of hosts.
+    explicit FakePanel(const std::string& address, std::optional<bool> hasHost = true);
 
     [[nodiscard]] BusConnection& connection() { return *m_connection; }
+
+    /// Its unique name on the bus.
+    [[nodiscard]] std::string address() const;
+
+    /// Gives the watcher's name up, or takes it again, and listens on either way.
+    void stopWatching();
+    void watchAgain();
 
     /// Says that somebody shows items from now on, or nobody any more.
     void setHasHost(bool hasHost);
@@ -103,7 +112,7 @@ private:
     BusSlot m_itemSignals;
     BusSlot m_menuSignals;
     BusSlot m_propertySignals;
-    bool m_hasHost;
+    std::optional<bool> m_hasHost;
     std::vector<std::string> m_items;
     std::vector<Heard> m_heard;
 };

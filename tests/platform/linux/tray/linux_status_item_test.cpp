@@ -196,6 +196,32 @@ TEST_F(LinuxStatusItemTest, RestartedWatcherGetsTheItemAgain)
     EXPECT_EQ(ink.panels, 2);
 }
 
+TEST_F(LinuxStatusItemTest, NothingIsSaidWhileThereIsNoWatcher)
+{
+    startOn("waybar");
+    const std::string name = onlyItem();
+    panel->stopWatching();
+    ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
+    static_cast<void>(panel->heard());
+    toolTip = "Mac using 9 W";
+    show({"9"});
+    EXPECT_THAT(panel->heard(), IsEmpty());
+}
+
+TEST_F(LinuxStatusItemTest, WatcherThatComesBackUnderItsOldNameGetsTheItemAgain)
+{
+    startOn("waybar");
+    const std::string name = onlyItem();
+    panel->stopWatching();
+    ASSERT_TRUE(runUntil([&] { return fallback.shown; }));
+    panel->watchAgain();
+    ASSERT_TRUE(panel->sees(2));
+    EXPECT_THAT(panel->items(), ElementsAre(name, name));
+    static_cast<void>(panel->heard());
+    show({"9"});
+    EXPECT_THAT(panel->heard(), ElementsAre(Heard{name, "NewIcon"}));
+}
+
 TEST_F(LinuxStatusItemTest, PictureThatChangedBetweenTwoPanelsIsTheNewOneOnTheSecond)
 {
     startOn("waybar");
