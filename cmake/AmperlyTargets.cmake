@@ -64,6 +64,6 @@ endfunction()
 # amperly_library(name SOURCES ... [LINK ...]): one folder, one library, linked by folder name.
 function(amperly_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
-    add_library(amperly_${name} STATIC ${arg_SOURCES})
+    add_library(amperly_${name} ${arg_SOURCES})
     amperly_link(amperly_${name} PUBLIC ${arg_LINK})
 endfunction()

@@ -5,14 +5,15 @@ the unchanged object in the test program. A mistake that no test notices fails t
 in the source has gone, or a test program that fails without any mistake."""
 
 import concurrent.futures
-import json
 import os
 import pathlib
 import re
-import shlex
 import subprocess
 import sys
 import tempfile
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parent.parent))
+from changed_build import Build
 
 POWER = "platform/macos/power"
 SHELL = "platform/macos/shell"
@@ -135,45 +136,19 @@ MUTATIONS = [
 ]
 
 
-class Build:
-    def __init__(self, folder, scratch):
-        self.folder = pathlib.Path(folder).resolve()
-        self.root = pathlib.Path.cwd()
-        self.scratch = pathlib.Path(scratch)
-        entries = json.loads((self.folder / "compile_commands.json").read_text())
-        self.commands = {os.path.relpath(entry["file"], self.root): entry for entry in entries}
-
-    def link_command(self, program):
-        """The words that link a test program, run in the build's folder."""
-        path = next(path for path in self.folder.glob("tests/**/" + program) if path.is_file())
-        listed = subprocess.run(["ninja", "-C", self.folder, "-t", "commands", "-s", path.relative_to(self.folder)],
-                                capture_output=True, text=True, check=True).stdout
-        # Ninja's rule for it reads ": && LINK && whatever comes after".
-        return shlex.split(listed.split(" && ")[1])
-
-    def compile(self, source, text, target, include=None):
-        entry = self.commands[source]
-        words = [word for word in shlex.split(entry["command"]) if not word.endswith("ccache")]
-        words[words.index("-o") + 1] = str(target)
-        place = words.index("-c") + 1
-        if text is not None:
-            copy = target.with_suffix(pathlib.Path(source).suffix)
-            copy.write_text(text)
-            words[place] = str(copy)
-        if include is not None:
-            words[1:1] = ["-I", str(include)]
-        words.append("-Wno-error")
-        return subprocess.run(words, cwd=entry["directory"], capture_output=True, text=True, check=False)
+def program_path(build, name):
+    """Where a test program is, in the build's folder."""
+    return next(path for path in build.folder.glob("tests/**/" + name) if path.is_file()).relative_to(build.folder)
 
 
-def outcome(build, number, mutation):
+def outcome(build, scratch, number, mutation):
     """What is wrong with the outcome of a mutation, or nothing."""
     _, file, right, wrong, program, *sources = mutation
     text = (build.root / file).read_text()
     if text.count(right) != 1:
         return f"{file} has {text.count(right)} places that read: {right}"
     text = text.replace(right, wrong)
-    place = build.scratch / str(number)
+    place = scratch / str(number)
     place.mkdir()
     objects = []
     include = None
@@ -184,11 +159,12 @@ def outcome(build, number, mutation):
         header.write_text(text)
     for index, source in enumerate(sources[0] if sources else (file,)):
         target = place / f"{index}.o"
-        done = build.compile(source, None if sources else text, target, include)
+        # A source that is built more than once is built the same way.
+        done = build.compile(min(build.objects[source]), target, None if sources else text, include)
         if done.returncode != 0:
             return f"it does not compile:\n{done.stderr}"
         objects.append(str(target))
-    link = build.link_command(program)
+    link = build.link_command(program_path(build, program))
     link[link.index("-o") + 1] = str(place / program)
     first = next(index for index, word in enumerate(link) if word.endswith(".a"))
     done = subprocess.run(link[:first] + objects + link[first:], cwd=build.folder, capture_output=True, text=True,
@@ -213,8 +189,8 @@ def main():
                  if len(mutation) == 5}
     mutations = MUTATIONS + list(unchanged.values())
     with tempfile.TemporaryDirectory() as scratch, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        build = Build(sys.argv[1], scratch)
-        outcomes = list(pool.map(lambda item: outcome(build, *item), enumerate(mutations)))
+        build = Build(sys.argv[1], pathlib.Path.cwd())
+        outcomes = list(pool.map(lambda item: outcome(build, pathlib.Path(scratch), *item), enumerate(mutations)))
     wrong = [(mutation[0], what) for mutation, what in zip(mutations, outcomes) if what]
     for name, what in wrong:
         print(f"mutations: {name}: {what}", file=sys.stderr)
