@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# lint.sh: checks formatting and runs the static analyser over every source but the tests'.
+# lint.sh: checks formatting and the direction of includes, and runs the static analyser over every source but the tests'.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -21,6 +21,8 @@ mapfile -t analysed < <(git ls-files '*.cpp' | grep -v -e '^tests/' -e '^platfor
 
 clang-format --dry-run --Werror "${sources[@]}"
 printf 'formatting: %s files\n' "${#sources[@]}"
+
+/usr/bin/python3 tools/check_includes.py "${sources[@]}"
 
 mkdir -p build
 cmake --preset clang -DAMPERLY_WARNINGS_AS_ERRORS=ON >build/lint-configure.log 2>&1 || { cat build/lint-configure.log >&2; exit 1; }
