@@ -11,8 +11,7 @@
 #include "platform/linux/desktop/window_palette.h"
 #include "platform/linux/files/config_folder.h"
 #include "platform/linux/login/xdg_autostart.h"
-#include "platform/linux/memory/memory_return.h"
-#include "platform/linux/memory/rest_keeper.h"
+#include "platform/linux/memory/memory_trimming.h"
 #include "platform/linux/popover/linux_popover_host.h"
 #include "platform/linux/popover/menu_presenter.h"
 #include "platform/linux/preferences/ini_preference_store.h"
@@ -91,11 +90,11 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
     });
     // Not only for windows: without a portal, the ink goes by these colours from the first picture on.
     windowPalette.refresh();
-    const std::unique_ptr<XEmbedItem> oldTray
+    const std::unique_ptr<XEmbedItem> xembedItem
         = XEmbedItem::create({.ink = [&ink] { return ink.ink(PanelInk::ColorScheme); }});
     LinuxStatusItem statusItem({
         .ink = ink,
-        .fallback = oldTray.get(),
+        .fallback = xembedItem.get(),
         .openMenu = [&menus](Menu& menu, std::optional<ScreenPoint> anchor) { menus.open(menu, anchor); },
         .warn = LinuxDesktop::warn,
         .currentDesktop = environment("XDG_CURRENT_DESKTOP"),
@@ -119,7 +118,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
     application.applicationDidFinishLaunching();
 
     const AccessibilityOnDemand accessibility;
-    const RestKeeper restKeeper;
+    const MemoryTrimming memoryTrimming;
     // Not QApplication's own exec(), which would start the bridge to assistive technology, with a
     // bus connection and a thread of its own, for a program that has nothing on screen yet.
     return QCoreApplication::exec();

@@ -4,7 +4,7 @@
 
 #include "flow/flow_panel.h"
 #include "platform/linux/clock/display_frames.h"
-#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/memory/memory_trimming.h"
 #include "platform/linux/popover/linux_popover_host.h"
 #include "platform/linux/text/linux_ui_font.h"
 #include "platform/simulated/desktop/fixed_display_settings.h"
@@ -264,7 +264,7 @@ void repeatOpenings(int openings)
         bench.openPanel();
         open.push_back(privateDirtyKilobytes());
         bench.close();
-        returnUnusedMemory();
+        trimMemory();
         closed.push_back(privateDirtyKilobytes());
     }
     std::printf("{\"open_kb\": %s, \"closed_kb\": %s}\n", json(open).c_str(), json(closed).c_str());

@@ -1,8 +1,8 @@
 // One connection to the session bus, served by the toolkit's event loop on its own thread.
 //
 // Everything is asynchronous: a connection that was just opened takes calls, matches and exported
-// objects at once and sends them when the bus has answered its greeting. A connection at rest
-// costs nothing; it only wakes the program for messages that are meant for it.
+// objects at once and sends them when the bus has answered its greeting. A connection without
+// traffic costs nothing; it only wakes the program for messages that are meant for it.
 //
 // Handlers run inside the dispatch of the connection they came in on. They may send, but must not
 // destroy that connection nor run a nested event loop; whoever needs either postpones it.

@@ -1,8 +1,5 @@
 #include "platform/linux/clock/display_frames.h"
 
-#include "platform/linux/clock/frame_pace.h"
-#include "platform/linux/clock/x11_sight.h"
-
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPointer>
@@ -26,6 +23,10 @@ double steadySeconds()
     return now.count();
 }
 
+constexpr double kSlowest = 20.0; // frames a second
+constexpr double kFastest = 500.0;
+constexpr double kUsual = 60.0;
+
 bool compositorAnnouncesFrames()
 {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
@@ -33,25 +34,25 @@ bool compositorAnnouncesFrames()
 
 class DisplayRun : public QObject, public FrameClock::Run {
 public:
-    /// What a run finds out by asking.
-    struct Asks {
+    /// What a run asks for, and how often.
+    struct Inputs {
         std::function<bool()> savesPower;
-        DisplayFrames::SightOf sightOf;
+        DisplayFrames::VisibilityOf visibilityOf;
         double everySeconds;
     };
 
-    DisplayRun(QWindow& window, FrameClock::Frame frame, Asks asks)
+    DisplayRun(QWindow& window, FrameClock::Frame frame, Inputs inputs)
         : m_window(&window)
         , m_frame(std::make_shared<FrameClock::Frame>(std::move(frame)))
-        , m_asks(std::move(asks))
+        , m_inputs(std::move(inputs))
         , m_announced(compositorAnnouncesFrames())
-        , m_gentle(m_asks.savesPower())
+        , m_gentle(m_inputs.savesPower())
         , m_pace(rate())
     {
         m_timer.setSingleShot(true);
         m_timer.setTimerType(Qt::PreciseTimer);
         connect(&m_timer, &QTimer::timeout, this, [this] { due(); });
-        m_sight = m_asks.sightOf(window, [this] { follow(); });
+        m_visibility = m_inputs.visibilityOf(window, [this] { follow(); });
         window.installEventFilter(this);
         follow();
     }
@@ -87,11 +88,11 @@ private:
         return m_gentle ? std::min(usual, DisplayFrames::kGentleRate) : usual;
     }
 
-    /// At what may have changed without a word: the window may be on another screen by now.
-    void look()
+    /// Asks for what nobody announces: the window may be on another screen by now, too.
+    void check()
     {
-        m_gentle = m_asks.savesPower();
-        m_screenOff = m_sight && m_sight->isScreenOff();
+        m_gentle = m_inputs.savesPower();
+        m_screenOff = m_visibility && m_visibility->isScreenOff();
         const FramePace pace(rate());
         if (pace.periodSeconds() != m_pace.periodSeconds())
             m_pace = pace;
@@ -100,7 +101,7 @@ private:
     [[nodiscard]] bool isSeen() const
     {
         return m_window && m_window->isVisible() && m_window->isExposed()
-            && !(m_sight && m_sight->isCovered());
+            && !(m_visibility && m_visibility->isCovered());
     }
 
     /// Starts or stops with what there is to see.
@@ -119,12 +120,12 @@ private:
     void due()
     {
         const double now = steadySeconds();
-        if (now - m_lookedAt >= m_asks.everySeconds) {
-            m_lookedAt = now;
-            look();
+        if (now - m_checkedAt >= m_inputs.everySeconds) {
+            m_checkedAt = now;
+            check();
         }
         if (m_screenOff) {
-            wait(m_asks.everySeconds);
+            wait(m_inputs.everySeconds);
         } else if (m_announced) {
             m_asked = true;
             m_window->requestUpdate();
@@ -157,16 +158,16 @@ private:
 
     QPointer<QWindow> m_window;
     std::shared_ptr<FrameClock::Frame> m_frame;
-    Asks m_asks;
+    Inputs m_inputs;
     bool m_announced;
     bool m_gentle;
     FramePace m_pace;
-    std::unique_ptr<Sight> m_sight;
+    std::unique_ptr<WindowVisibility> m_visibility;
     QTimer m_timer;
     bool m_running = false;
     bool m_asked = false;
     bool m_screenOff = false;
-    double m_lookedAt = 0.0;
+    double m_checkedAt = 0.0;
     double m_shownAt = 0.0;
 };
 
@@ -175,14 +176,26 @@ class NoRun : public FrameClock::Run { };
 
 } // namespace
 
-DisplayFrames::DisplayFrames(std::function<bool()> savesPower, SightOf sightOf, double lookSeconds)
-    : m_savesPower(std::move(savesPower)), m_sightOf(std::move(sightOf)), m_lookSeconds(lookSeconds)
+FramePace::FramePace(double rate) : m_period(1.0 / (rate >= kSlowest && rate <= kFastest ? rate : kUsual)) { }
+
+double FramePace::dueAfter(double now)
+{
+    m_due += m_period;
+    if (m_due <= now || m_due > now + m_period)
+        m_due = now + m_period;
+    return m_due;
+}
+
+DisplayFrames::DisplayFrames(std::function<bool()> savesPower, VisibilityOf visibilityOf, double checkSeconds)
+    : m_savesPower(std::move(savesPower))
+    , m_visibilityOf(std::move(visibilityOf))
+    , m_checkSeconds(checkSeconds)
 {
 }
 
-std::unique_ptr<Sight> DisplayFrames::sightOnX11(QWindow& window, std::function<void()> changed)
+std::unique_ptr<WindowVisibility> DisplayFrames::onX11(QWindow& window, std::function<void()> changed)
 {
-    return X11Sight::of(static_cast<xcb_window_t>(window.winId()), std::move(changed));
+    return x11WindowVisibility(static_cast<std::uint32_t>(window.winId()), std::move(changed));
 }
 
 std::unique_ptr<FrameClock::Run> DisplayFrames::start(QWidget& widget, Frame frame)
@@ -191,7 +204,7 @@ std::unique_ptr<FrameClock::Run> DisplayFrames::start(QWidget& widget, Frame fra
     if (window == nullptr)
         return std::make_unique<NoRun>();
     return std::make_unique<DisplayRun>(
-        *window, std::move(frame), DisplayRun::Asks{m_savesPower, m_sightOf, m_lookSeconds});
+        *window, std::move(frame), DisplayRun::Inputs{m_savesPower, m_visibilityOf, m_checkSeconds});
 }
 
 } // namespace amperly

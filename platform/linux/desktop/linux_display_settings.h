@@ -21,10 +21,10 @@ public:
     LinuxDisplaySettings(
         BusConnection* connection, std::string configFolder, std::string_view currentDesktop);
 
-    /// One of the desktop's voices that says no is enough.
+    /// One setting against motion is enough.
     [[nodiscard]] bool reducesMotion() const override;
 
-    /// The portal's word, or a theme for high contrast.
+    /// By the portal, or by a theme for high contrast.
     [[nodiscard]] bool increasesContrast() const override;
 
     /// Called when the portal or refresh() brings news.

@@ -11,11 +11,11 @@ namespace amperly {
 
 /// What the desktop tells of its colours.
 struct DesktopLook {
-    std::optional<bool> prefersDark; ///< the settings portal's word, where it has a preference
+    std::optional<bool> prefersDark; ///< by the settings portal, where it has a preference
     std::optional<std::string> themeName; ///< of the X11 desktop's theme, such as "Adwaita-dark"
 };
 
-/// The portal's word if it has one, else what the theme is called.
+/// By the portal if it has a preference, else by what the theme is called.
 [[nodiscard]] bool isDarkDesktop(const DesktopLook& look);
 
 class WindowPalette {

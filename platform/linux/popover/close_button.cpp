@@ -14,7 +14,7 @@ struct CloseLook {
     double stroke = 1.5;
     double inset = 1.0; ///< of the disc, for the line around it
     int inwards = 5; ///< of the disc's middle from the sheet's square corner: on its round one
-    double atRest = 0.6; ///< of the cross; the readings are what the eye is to find first
+    double untouched = 0.6; ///< of the cross; the readings are what the eye is to find first
     double line = 0.22;
     double hovered = 0.08;
     double pressed = 0.16;
@@ -39,11 +39,11 @@ CloseButton::CloseButton(QWidget* parent) : QAbstractButton(parent)
     setFocusPolicy(Qt::TabFocus);
 }
 
-QRect CloseButton::placeOn(const QRect& sheet, Qt::LayoutDirection direction)
+QRect CloseButton::positionOn(const QRect& sheet, Qt::LayoutDirection direction)
 {
-    QRect place(0, 0, kSide, kSide);
-    place.moveCenter(sheet.topRight() + QPoint(-kClose.inwards, kClose.inwards));
-    return QStyle::visualRect(direction, sheet, place);
+    QRect position(0, 0, kSide, kSide);
+    position.moveCenter(sheet.topRight() + QPoint(-kClose.inwards, kClose.inwards));
+    return QStyle::visualRect(direction, sheet, position);
 }
 
 QColor CloseButton::ground() const
@@ -64,8 +64,8 @@ void CloseButton::paintEvent(QPaintEvent*)
     painter.drawEllipse(QRectF(rect()).adjusted(kClose.inset, kClose.inset, -kClose.inset, -kClose.inset));
 
     const bool isTouched = isDown() || underMouse() || isFocused;
-    painter.setPen(
-        QPen(mixed(palette(), isTouched ? 1.0 : kClose.atRest), kClose.stroke, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(
+        mixed(palette(), isTouched ? 1.0 : kClose.untouched), kClose.stroke, Qt::SolidLine, Qt::RoundCap));
     const QPointF middle = QRectF(rect()).center();
     const double reach = kClose.cross / 2.0;
     painter.drawLine(middle + QPointF(-reach, -reach), middle + QPointF(reach, reach));

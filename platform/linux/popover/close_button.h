@@ -14,7 +14,7 @@ public:
 
     /// Where it lies on a sheet: over the upper trailing corner, so that nothing of the sheet's
     /// content has to make room.
-    [[nodiscard]] static QRect placeOn(const QRect& sheet, Qt::LayoutDirection direction);
+    [[nodiscard]] static QRect positionOn(const QRect& sheet, Qt::LayoutDirection direction);
 
     [[nodiscard]] QSize sizeHint() const override { return {kSide, kSide}; }
 

@@ -4,8 +4,8 @@
 
 namespace amperly {
 
-LinuxPopoverHost::LinuxPopoverHost(TimerSlack& slack, WindowKind kind, ReopenGuard::Senses senses)
-    : m_slack(slack), m_kind(kind), m_guard(std::move(senses))
+LinuxPopoverHost::LinuxPopoverHost(TimerSlack& slack, WindowKind kind, ReopenGuard::Inputs inputs)
+    : m_slack(slack), m_kind(kind), m_guard(std::move(inputs))
 {
 }
 

@@ -3,7 +3,7 @@
 
 #include "platform/linux/clock/timer_slack.h"
 #include "platform/linux/popover/reopen_guard.h"
-#include "platform/linux/popover/window_kind.h"
+#include "platform/linux/popover/transient_window.h"
 #include "platform/popover_host.h"
 
 #include <QPointer>
@@ -15,7 +15,7 @@ class LinuxPopoverHost : public PopoverHost {
 public:
     /// `slack` must outlive the host.
     explicit LinuxPopoverHost(
-        TimerSlack& slack, WindowKind kind = windowKindOfDesktop(), ReopenGuard::Senses senses = {});
+        TimerSlack& slack, WindowKind kind = windowKindOfDesktop(), ReopenGuard::Inputs inputs = {});
     ~LinuxPopoverHost() override;
 
     [[nodiscard]] bool takesClick() override;

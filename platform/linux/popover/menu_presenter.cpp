@@ -1,13 +1,71 @@
 #include "platform/linux/popover/menu_presenter.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QMenu>
 
 #include <utility>
+#include <vector>
 
 namespace amperly {
 
 namespace {
+
+QString titleOf(const MenuEntry& entry)
+{
+    // An ampersand would mark the letter after it.
+    return QString::fromStdString(entry.title).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// The toolkit's picture of a Menu, kept like it while it lives.
+class MenuWidget : public QMenu {
+public:
+    /// `menu` must outlive the widget. What an entry does is done from the event loop, when the
+    /// menu is closed already.
+    explicit MenuWidget(Menu& menu);
+    ~MenuWidget() override;
+
+private:
+    void refresh(int index);
+
+    Menu& m_menu;
+    Menu::Listener m_listener;
+    std::vector<QAction*> m_actions; ///< by index of the entry
+};
+
+MenuWidget::MenuWidget(Menu& menu)
+    : m_menu(menu), m_listener(menu.onEntryChanged([this](int index) { refresh(index); }))
+{
+    for (const MenuEntry& entry : menu.entries()) {
+        QAction* const action = entry.separator ? addSeparator() : addAction(titleOf(entry));
+        action->setEnabled(entry.enabled);
+        action->setVisible(entry.visible);
+        if (entry.shortcut != 0) {
+            const int key = QChar::fromLatin1(entry.shortcut).toUpper().unicode();
+            action->setShortcut(QKeyCombination(Qt::ControlModifier, static_cast<Qt::Key>(key)));
+            action->setShortcutVisibleInContextMenu(true);
+        }
+        if (entry.activate) {
+            connect(action, &QAction::triggered, this, [activate = entry.activate] {
+                QMetaObject::invokeMethod(qApp, activate, Qt::QueuedConnection);
+            });
+        }
+        m_actions.push_back(action);
+    }
+}
+
+MenuWidget::~MenuWidget()
+{
+    m_menu.stopListening(m_listener);
+}
+
+void MenuWidget::refresh(int index)
+{
+    const auto position = static_cast<std::size_t>(index);
+    m_actions[position]->setText(titleOf(m_menu.entries()[position]));
+    m_actions[position]->setVisible(m_menu.entries()[position].visible);
+}
 
 /// Why a popup that is about to hide does.
 ClosedBy reasonOf(const QWidget& popup)
@@ -18,8 +76,8 @@ ClosedBy reasonOf(const QWidget& popup)
 
 } // namespace
 
-MenuPresenter::MenuPresenter(WindowKind kind, ReopenGuard::Senses senses)
-    : m_kind(kind), m_guard(std::move(senses))
+MenuPresenter::MenuPresenter(WindowKind kind, ReopenGuard::Inputs inputs)
+    : m_kind(kind), m_guard(std::move(inputs))
 {
 }
 
@@ -45,15 +103,15 @@ void MenuPresenter::open(Menu& menu, std::optional<ScreenPoint> anchor)
         openInWindow(std::move(widget), anchor);
 }
 
-void MenuPresenter::openAsPopup(MenuWidget* widget, std::optional<ScreenPoint> anchor)
+void MenuPresenter::openAsPopup(QMenu* widget, std::optional<ScreenPoint> anchor)
 {
     m_shown = widget;
     QObject::connect(widget, &QMenu::aboutToHide, &m_context, [this, widget] { finish(reasonOf(*widget)); });
     const QPoint pointer = QCursor::pos();
-    widget->popup(placeOfClick(pointer, anchor, screenAround(pointer)));
+    widget->popup(clickedPoint(pointer, anchor, screenAround(pointer)));
 }
 
-void MenuPresenter::openInWindow(std::unique_ptr<MenuWidget> widget, std::optional<ScreenPoint> anchor)
+void MenuPresenter::openInWindow(std::unique_ptr<QMenu> widget, std::optional<ScreenPoint> anchor)
 {
     // Such a compositor shows a menu only over a window of the program's that has just been
     // clicked, so the menu lies inside of a window instead.

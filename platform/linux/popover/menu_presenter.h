@@ -2,25 +2,28 @@
 // that ask for it.
 #pragma once
 
-#include "platform/linux/popover/menu_widget.h"
 #include "platform/linux/popover/reopen_guard.h"
-#include "platform/linux/popover/window_kind.h"
+#include "platform/linux/popover/transient_window.h"
+#include "platform/menu.h"
 
 #include <QPointer>
+#include <vector>
+
+class QMenu;
 
 namespace amperly {
 
 class MenuPresenter {
 public:
-    explicit MenuPresenter(WindowKind kind = windowKindOfDesktop(), ReopenGuard::Senses senses = {});
+    explicit MenuPresenter(WindowKind kind = windowKindOfDesktop(), ReopenGuard::Inputs inputs = {});
     ~MenuPresenter();
     MenuPresenter(const MenuPresenter&) = delete;
     MenuPresenter& operator=(const MenuPresenter&) = delete;
 
     /// Opens `menu`, which must outlive this object, at `anchor` or where the pointer is, and
     /// returns at once. The menu is told around the opening, and an entry's action runs after
-    /// it was told of the closing. Closes what was open. Does nothing when the request is the
-    /// rest of the click whose press has just closed the menu.
+    /// it was told of the closing. Closes what was open. Does nothing when the request
+    /// belongs to the click whose press has just closed the menu.
     void open(Menu& menu, std::optional<ScreenPoint> anchor);
 
     [[nodiscard]] bool isOpen() const { return m_open != nullptr; }
@@ -28,8 +31,8 @@ public:
     void close();
 
 private:
-    void openAsPopup(MenuWidget* widget, std::optional<ScreenPoint> anchor);
-    void openInWindow(std::unique_ptr<MenuWidget> widget, std::optional<ScreenPoint> anchor);
+    void openAsPopup(QMenu* widget, std::optional<ScreenPoint> anchor);
+    void openInWindow(std::unique_ptr<QMenu> widget, std::optional<ScreenPoint> anchor);
     void finish(ClosedBy by);
 
     WindowKind m_kind;

@@ -15,13 +15,13 @@ struct EdgeDistance {
     int distance; ///< logical pixels inwards, negative beyond the edge
 };
 
-EdgeDistance nearestEdge(const QRect& area, QPoint place)
+EdgeDistance nearestEdge(const QRect& area, QPoint point)
 {
     const EdgeDistance distances[] = {
-        {Edge::Top, place.y() - area.top()},
-        {Edge::Bottom, area.bottom() - place.y()},
-        {Edge::Right, area.right() - place.x()},
-        {Edge::Left, place.x() - area.left()},
+        {Edge::Top, point.y() - area.top()},
+        {Edge::Bottom, area.bottom() - point.y()},
+        {Edge::Right, area.right() - point.x()},
+        {Edge::Left, point.x() - area.left()},
     };
     return *std::min_element(std::begin(distances), std::end(distances),
         [](const EdgeDistance& one, const EdgeDistance& other) { return one.distance < other.distance; });
@@ -35,25 +35,25 @@ int kept(int from, int length, int first, int last)
 
 } // namespace
 
-QRect besidePlace(QPoint place, QSize size, const ScreenArea& screen)
+QRect besidePoint(QPoint point, QSize size, const ScreenArea& screen)
 {
     constexpr int kGap = 12; // clear of the pointer where no panel keeps it off
     const QRect area = screen.available.adjusted(kEdgeMargin, kEdgeMargin, -kEdgeMargin, -kEdgeMargin);
-    QPoint corner = place - QPoint(size.width() / 2, size.height() / 2);
-    switch (nearestEdge(screen.available, place).edge) {
+    QPoint corner = point - QPoint(size.width() / 2, size.height() / 2);
+    switch (nearestEdge(screen.available, point).edge) {
     case Edge::Top:
-        corner.setY(place.y() < screen.available.top() ? area.top() : place.y() + kGap);
+        corner.setY(point.y() < screen.available.top() ? area.top() : point.y() + kGap);
         break;
     case Edge::Bottom:
-        corner.setY(place.y() > screen.available.bottom() ? area.bottom() + 1 - size.height()
-                                                          : place.y() - kGap - size.height());
+        corner.setY(point.y() > screen.available.bottom() ? area.bottom() + 1 - size.height()
+                                                          : point.y() - kGap - size.height());
         break;
     case Edge::Left:
-        corner.setX(place.x() < screen.available.left() ? area.left() : place.x() + kGap);
+        corner.setX(point.x() < screen.available.left() ? area.left() : point.x() + kGap);
         break;
     case Edge::Right:
-        corner.setX(place.x() > screen.available.right() ? area.right() + 1 - size.width()
-                                                         : place.x() - kGap - size.width());
+        corner.setX(point.x() > screen.available.right() ? area.right() + 1 - size.width()
+                                                         : point.x() - kGap - size.width());
         break;
     }
     return {QPoint(kept(corner.x(), size.width(), area.left(), area.right()),
@@ -61,7 +61,7 @@ QRect besidePlace(QPoint place, QSize size, const ScreenArea& screen)
         size};
 }
 
-QPoint placeOfClick(QPoint pointer, std::optional<ScreenPoint> anchor, const ScreenArea& screenOfPointer)
+QPoint clickedPoint(QPoint pointer, std::optional<ScreenPoint> anchor, const ScreenArea& screenOfPointer)
 {
     if (!anchor)
         return pointer;
@@ -70,15 +70,15 @@ QPoint placeOfClick(QPoint pointer, std::optional<ScreenPoint> anchor, const Scr
     return onPanel ? pointer : QPoint(anchor->x, anchor->y);
 }
 
-ScreenArea areaBesidePanel(QSize whole, QSize usable, QPoint place)
+ScreenArea areaBesidePanel(QSize whole, QSize usable, QPoint point)
 {
     ScreenArea screen{QRect(QPoint(0, 0), whole), QRect(QPoint(0, 0), whole)};
     const QSize taken = whole - usable;
     if (!usable.isValid() || taken.width() < 0 || taken.height() < 0)
         return screen;
     // Panels may lie along several edges, and what they take together is all that is known. The
-    // one under the place is at most that thick.
-    const EdgeDistance nearest = nearestEdge(screen.whole, place);
+    // one under the point is at most that thick.
+    const EdgeDistance nearest = nearestEdge(screen.whole, point);
     switch (nearest.edge) {
     case Edge::Top:
         if (nearest.distance < taken.height())

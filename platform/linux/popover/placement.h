@@ -1,5 +1,5 @@
-// Where a panel goes that belongs to a place on the screen: beside it, away from the edge that
-// the place is nearest to, and wholly in view.
+// Where a panel goes that belongs to a point on the screen: beside it, away from the edge that
+// the point is nearest to, and wholly in view.
 #pragma once
 
 #include "platform/status_item.h"
@@ -20,19 +20,19 @@ struct ScreenArea {
 /// Between a panel and the edges of what is available.
 inline constexpr int kEdgeMargin = 8;
 
-/// The rectangle of a panel of `size` that belongs to `place`. One that is too large for the
+/// The rectangle of a panel of `size` that belongs to `point`. One that is too large for the
 /// screen keeps its top left corner in view.
-[[nodiscard]] QRect besidePlace(QPoint place, QSize size, const ScreenArea& screen);
+[[nodiscard]] QRect besidePoint(QPoint point, QSize size, const ScreenArea& screen);
 
-/// Which place a click on the status item means: the pointer's while it is where desktops have
+/// Which point a click on the status item means: the pointer's while it is where desktops have
 /// their panels, and otherwise, as after a click by keyboard, the one that came with the click.
-[[nodiscard]] QPoint placeOfClick(
+[[nodiscard]] QPoint clickedPoint(
     QPoint pointer, std::optional<ScreenPoint> anchor, const ScreenArea& screenOfPointer);
 
 /// The part of a screen that is left beside a desktop panel, of which only the thickness is known,
-/// along the edge nearest to `place`. `usable` is the size of that part; where it equals the whole
-/// screen's, or the place is not on the panel, all of it is available.
-[[nodiscard]] ScreenArea areaBesidePanel(QSize whole, QSize usable, QPoint place);
+/// along the edge nearest to `point`. `usable` is the size of that part; where it equals the whole
+/// screen's, or the point is not on the panel, all of it is available.
+[[nodiscard]] ScreenArea areaBesidePanel(QSize whole, QSize usable, QPoint point);
 
 /// Where the status area most often is, for when nothing is known.
 [[nodiscard]] QPoint usualStatusArea(const QRect& screen);

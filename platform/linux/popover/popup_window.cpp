@@ -1,6 +1,9 @@
-#include "platform/linux/popover/popup_window.h"
+// The transient window of X11: a popup that holds pointer and keyboard while it is open, so that
+// a press anywhere else is known and closes it.
 
-#include "platform/linux/popover/compositing.h"
+#include "platform/linux/popover/transient_window.h"
+
+#include "platform/linux/x11/x11_connection.h"
 
 #include <QCursor>
 #include <QMouseEvent>
@@ -11,6 +14,15 @@
 
 namespace amperly {
 namespace {
+
+/// Whether windows can be translucent: on X11, whether a compositing manager runs at this moment.
+bool isComposited()
+{
+    xcb_connection_t* const connection = x11Connection();
+    if (connection == nullptr)
+        return true;
+    return selectionOwner(connection, internAtom(connection, "_NET_WM_CM_S0")) != XCB_WINDOW_NONE;
+}
 
 CardEdge possibleEdge(CardEdge edge)
 {
@@ -33,14 +45,29 @@ QRegion rounded(const QRect& outer, int radius)
 
 // A panel that reports a click at the press holds the pointer until the release, and for so long
 // nobody else can.
-constexpr int kHoldTries = 40;
-constexpr int kHoldPauseMilliseconds = 50;
+constexpr int kGrabTries = 40;
+constexpr int kGrabPauseMilliseconds = 50;
 
-} // namespace
+class PopupWindow : public TransientWindow {
+public:
+    /// A card that would be shadowed is plain where nothing can be translucent.
+    PopupWindow(std::unique_ptr<QWidget> content, CardEdge edge);
+
+    void open(std::optional<ScreenPoint> anchor) override;
+
+protected:
+    void placeCard() override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void grabPointer();
+
+    QPoint m_clicked;
+    int m_triesLeft = kGrabTries;
+};
 
 PopupWindow::PopupWindow(std::unique_ptr<QWidget> content, CardEdge edge)
     : TransientWindow(std::move(content), possibleEdge(edge), Qt::Popup | Qt::NoDropShadowWindowHint)
-    , m_triesLeft(kHoldTries)
 {
     setAttribute(Qt::WA_NoMouseReplay); // the press that closes it is for nothing else
     if (!card().margins().isNull())
@@ -50,36 +77,42 @@ PopupWindow::PopupWindow(std::unique_ptr<QWidget> content, CardEdge edge)
 void PopupWindow::open(std::optional<ScreenPoint> anchor)
 {
     const QPoint pointer = QCursor::pos();
-    m_place = placeOfClick(pointer, anchor, screenAround(pointer));
+    m_clicked = clickedPoint(pointer, anchor, screenAround(pointer));
     card().adjustSize();
     placeCard();
     show();
     card().content().setFocus();
-    hold();
+    grabPointer();
 }
 
 void PopupWindow::placeCard()
 {
     const QMargins margins = card().margins();
-    const QRect sheet = besidePlace(m_place, card().size().shrunkBy(margins), screenAround(m_place));
+    const QRect sheet = besidePoint(m_clicked, card().size().shrunkBy(margins), screenAround(m_clicked));
     setGeometry(sheet.marginsAdded(margins));
     if (margins.isNull())
         setMask(rounded(rect(), Card::kRadius));
 }
 
-void PopupWindow::hold()
+void PopupWindow::grabPointer()
 {
     if (!isVisible() || windowHandle()->setMouseGrabEnabled(true) || --m_triesLeft <= 0)
         return;
-    QTimer::singleShot(kHoldPauseMilliseconds, this, [this] { hold(); });
+    QTimer::singleShot(kGrabPauseMilliseconds, this, [this] { grabPointer(); });
 }
 
 void PopupWindow::mousePressEvent(QMouseEvent* event)
 {
-    const QPoint place = event->position().toPoint();
-    if (!card().sheet().contains(card().mapFrom(this, place)))
+    if (!isOnSheet(event->position().toPoint()))
         dismiss(ClosedBy::OutsidePress);
     event->accept();
+}
+
+} // namespace
+
+std::unique_ptr<TransientWindow> makePopupWindow(std::unique_ptr<QWidget> content, CardEdge edge)
+{
+    return std::make_unique<PopupWindow>(std::move(content), edge);
 }
 
 } // namespace amperly

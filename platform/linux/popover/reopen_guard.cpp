@@ -1,7 +1,6 @@
 #include "platform/linux/popover/reopen_guard.h"
 
 #include "platform/linux/x11/x11_connection.h"
-#include "platform/linux/x11/x11_reply.h"
 
 #include <utility>
 
@@ -24,34 +23,34 @@ bool ReopenGuard::isPointerPressed()
     return pointer && (pointer->mask & kAnyClick) != 0;
 }
 
-ReopenGuard::ReopenGuard(Senses senses) : m_senses(std::move(senses))
+ReopenGuard::ReopenGuard(Inputs inputs) : m_inputs(std::move(inputs))
 {
-    m_glances.setInterval(kGlance);
-    QObject::connect(&m_glances, &QTimer::timeout, &m_glances, [this] { glance(); });
+    m_poll.setInterval(kPollInterval);
+    QObject::connect(&m_poll, &QTimer::timeout, &m_poll, [this] { poll(); });
 }
 
 void ReopenGuard::closedByPress(QPoint pointer)
 {
-    m_press = Press{m_senses.clock(), pointer};
-    if (m_senses.isPressed())
-        m_glances.start();
+    m_press = Press{m_inputs.clock(), pointer};
+    if (m_inputs.isPressed())
+        m_poll.start();
 }
 
-void ReopenGuard::glance()
+void ReopenGuard::poll()
 {
-    if (m_senses.isPressed())
+    if (m_inputs.isPressed())
         return;
-    m_glances.stop();
-    m_press->moment = m_senses.clock();
+    m_poll.stop();
+    m_press->moment = m_inputs.clock();
 }
 
 bool ReopenGuard::belongsToPress(QPoint pointer)
 {
     const bool wasHeld = isHeld();
-    m_glances.stop();
+    m_poll.stop();
     const std::optional<Press> press = std::exchange(m_press, std::nullopt);
-    return press && (wasHeld || m_senses.clock() - press->moment < kOneClick)
-        && (pointer - press->pointer).manhattanLength() <= kOnePlace;
+    return press && (wasHeld || m_inputs.clock() - press->moment < kClickTime)
+        && (pointer - press->pointer).manhattanLength() <= kClickDistance;
 }
 
 } // namespace amperly

@@ -1,4 +1,4 @@
-// Tells a click that opens the popover, or the menu, from the rest of the click that closed it.
+// Tells a click that opens the popover, or the menu, from the later part of the click that closed it.
 //
 // A press on the status item while one of them is open lies outside of it and closes it. The
 // desktop's panel then reports the same click, a moment later, as one on the item. To the user
@@ -28,28 +28,28 @@ public:
     /// compositor on Wayland does so only to the window that was pressed, and that is gone.
     [[nodiscard]] static bool isPointerPressed();
 
-    /// By what a guard goes.
-    struct Senses {
+    /// What a guard goes by.
+    struct Inputs {
         std::function<Moment()> clock = steadyClock;
         std::function<bool()> isPressed = isPointerPressed;
     };
 
-    explicit ReopenGuard(Senses senses);
+    explicit ReopenGuard(Inputs inputs);
 
     /// Panels report a click within this time of the press, or of the release once that is seen.
-    static constexpr Moment kOneClick{400};
+    static constexpr Moment kClickTime{400};
 
-    /// A button that is down is looked at this often.
-    static constexpr Moment kGlance{50};
+    /// A button that is down is asked for this often.
+    static constexpr Moment kPollInterval{50};
 
     /// A hand moves the pointer no farther within one click. Logical pixels.
-    static constexpr int kOnePlace = 24;
+    static constexpr int kClickDistance = 24;
 
     /// What was open has closed by a press outside of it, with the pointer at `pointer`.
     void closedByPress(QPoint pointer);
 
-    /// Whether the button was down when it was last looked at.
-    [[nodiscard]] bool isHeld() const { return m_glances.isActive(); }
+    /// Whether the button was down when it was last asked for.
+    [[nodiscard]] bool isHeld() const { return m_poll.isActive(); }
 
     /// Whether a request to show, with the pointer at `pointer`, belongs to that press. It can
     /// belong to it only once.
@@ -61,11 +61,11 @@ private:
         QPoint pointer;
     };
 
-    void glance();
+    void poll();
 
-    Senses m_senses;
+    Inputs m_inputs;
     std::optional<Press> m_press;
-    QTimer m_glances;
+    QTimer m_poll;
 };
 
 } // namespace amperly

@@ -1,10 +1,30 @@
-#include "platform/linux/popover/toplevel_window.h"
+// The transient window of Wayland compositors that let a program neither place a window nor see
+// a click outside of it: an ordinary window without a frame, which closes when it loses the focus.
+// It lies where the compositor puts it, which may be far from the item, so it shows how to close it.
 
 #include "platform/linux/popover/close_button.h"
+#include "platform/linux/popover/transient_window.h"
 
 #include <QEvent>
 
 namespace amperly {
+namespace {
+
+class ToplevelWindow : public TransientWindow {
+public:
+    ToplevelWindow(std::unique_ptr<QWidget> content, CardEdge edge);
+
+    /// The compositor decides where.
+    void open(std::optional<ScreenPoint> anchor) override;
+
+protected:
+    void placeCard() override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    CloseButton* m_close = nullptr; ///< none on a menu, which every entry closes
+    bool m_hadFocus = false;
+};
 
 ToplevelWindow::ToplevelWindow(std::unique_ptr<QWidget> content, CardEdge edge)
     : TransientWindow(std::move(content), edge, Qt::Window)
@@ -29,7 +49,7 @@ void ToplevelWindow::placeCard()
 {
     setFixedSize(card().size());
     if (m_close != nullptr)
-        m_close->setGeometry(CloseButton::placeOn(card().sheet(), layoutDirection()));
+        m_close->setGeometry(CloseButton::positionOn(card().sheet(), layoutDirection()));
 }
 
 void ToplevelWindow::changeEvent(QEvent* event)
@@ -41,6 +61,13 @@ void ToplevelWindow::changeEvent(QEvent* event)
         m_hadFocus = true;
     else if (m_hadFocus && isVisible())
         dismiss(ClosedBy::OutsidePress);
+}
+
+} // namespace
+
+std::unique_ptr<TransientWindow> makeToplevelWindow(std::unique_ptr<QWidget> content, CardEdge edge)
+{
+    return std::make_unique<ToplevelWindow>(std::move(content), edge);
 }
 
 } // namespace amperly

@@ -1,5 +1,7 @@
 #include "platform/linux/popover/transient_window.h"
 
+#include "platform/linux/popover/layer_surface.h"
+
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
@@ -48,9 +50,35 @@ void TransientWindow::hideEvent(QHideEvent* event)
         std::exchange(m_closed, nullptr)(m_closedBy);
 }
 
-ScreenArea screenAround(QPoint place)
+WindowKind windowKindOfDesktop()
 {
-    const QScreen* screen = QGuiApplication::screenAt(place);
+    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        return WindowKind::Popup;
+    return LayerSurface::isAvailable() ? WindowKind::Layer : WindowKind::Toplevel;
+}
+
+void allowLayerWindows()
+{
+    qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+}
+
+std::unique_ptr<TransientWindow> makeTransientWindow(
+    WindowKind kind, std::unique_ptr<QWidget> content, CardEdge edge)
+{
+    switch (kind) {
+    case WindowKind::Layer:
+        return makeLayerWindow(std::move(content), edge);
+    case WindowKind::Toplevel:
+        return makeToplevelWindow(std::move(content), edge);
+    case WindowKind::Popup:
+        break;
+    }
+    return makePopupWindow(std::move(content), edge);
+}
+
+ScreenArea screenAround(QPoint point)
+{
+    const QScreen* screen = QGuiApplication::screenAt(point);
     if (screen == nullptr)
         screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)

@@ -31,6 +31,12 @@ public:
 protected:
     [[nodiscard]] Card& card() const { return *m_card; }
 
+    /// Whether a point of this window's lies on the sheet, not on the shadow around it nor beside it.
+    [[nodiscard]] bool isOnSheet(QPoint point) const
+    {
+        return m_card->sheet().contains(m_card->mapFrom(this, point));
+    }
+
     /// Closes as `by` has it.
     void dismiss(ClosedBy by);
 
@@ -47,7 +53,27 @@ private:
     std::function<void(ClosedBy)> m_closed;
 };
 
-/// The screen that a place lies on, or the nearest to one that lies on none.
-[[nodiscard]] ScreenArea screenAround(QPoint place);
+enum class WindowKind { Popup, Layer, Toplevel };
+
+/// What the windowing system and the compositor offer. Needs the application object.
+[[nodiscard]] WindowKind windowKindOfDesktop();
+
+/// To be called before the application object is made: without it the toolkit gives every window
+/// on Wayland the role of an ordinary one.
+void allowLayerWindows();
+
+[[nodiscard]] std::unique_ptr<TransientWindow> makeTransientWindow(
+    WindowKind kind, std::unique_ptr<QWidget> content, CardEdge edge);
+
+// Each kind's, from its own file.
+[[nodiscard]] std::unique_ptr<TransientWindow> makePopupWindow(
+    std::unique_ptr<QWidget> content, CardEdge edge);
+[[nodiscard]] std::unique_ptr<TransientWindow> makeLayerWindow(
+    std::unique_ptr<QWidget> content, CardEdge edge);
+[[nodiscard]] std::unique_ptr<TransientWindow> makeToplevelWindow(
+    std::unique_ptr<QWidget> content, CardEdge edge);
+
+/// The screen that a point lies on, or the nearest to one that lies on none.
+[[nodiscard]] ScreenArea screenAround(QPoint point);
 
 } // namespace amperly

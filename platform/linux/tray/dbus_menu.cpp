@@ -167,10 +167,10 @@ bool DbusMenu::knows(int identifier) const
 std::vector<int> DbusMenu::identifiers() const
 {
     std::vector<int> result;
-    for (std::size_t place = 0; place < m_leading.size(); ++place)
-        result.push_back(kLeadingIdentifier + static_cast<int>(place));
-    for (std::size_t place = 0; place < m_menu.entries().size(); ++place)
-        result.push_back(static_cast<int>(place) + 1);
+    for (std::size_t index = 0; index < m_leading.size(); ++index)
+        result.push_back(kLeadingIdentifier + static_cast<int>(index));
+    for (std::size_t index = 0; index < m_menu.entries().size(); ++index)
+        result.push_back(static_cast<int>(index) + 1);
     return result;
 }
 

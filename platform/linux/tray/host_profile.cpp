@@ -80,7 +80,7 @@ constexpr std::array kByProcess{
     Row{"gnome-shell", kGnome},
 };
 
-/// By one word of the desktop's list. Compositors without a panel of their own are missing:
+/// By one name of the desktop's list. Compositors without a panel of their own are missing:
 /// their name says nothing about the bar.
 constexpr std::array kByDesktop{
     Row{"MATE", kMate},
@@ -101,9 +101,9 @@ HostProfile hostProfile(std::string_view process, std::string_view currentDeskto
     }
     while (!currentDesktop.empty()) {
         const std::size_t end = currentDesktop.find(':');
-        const std::string_view word = currentDesktop.substr(0, end);
+        const std::string_view name = currentDesktop.substr(0, end);
         for (const Row& row : kByDesktop) {
-            if (word == row.name)
+            if (name == row.name)
                 return row.profile;
         }
         currentDesktop.remove_prefix(end == std::string_view::npos ? currentDesktop.size() : end + 1);

@@ -30,81 +30,81 @@ ItemRow::ItemRow(const HostProfile& profile, std::string busAddress, ExportedMen
 {
 }
 
-std::shared_ptr<ItemRow::Line> ItemRow::openLine()
+std::shared_ptr<ItemRow::Link> ItemRow::openLink()
 {
-    auto line = std::make_shared<Line>();
-    line->connection = BusConnection::open(m_busAddress);
-    if (!line->connection)
+    auto link = std::make_shared<Link>();
+    link->connection = BusConnection::open(m_busAddress);
+    if (!link->connection)
         return nullptr;
     if (m_menu.menu) {
-        line->menu
-            = std::make_unique<DbusMenu>(*line->connection, *m_menu.menu, *m_menu.opening, m_menu.leading);
+        link->menu
+            = std::make_unique<DbusMenu>(*link->connection, *m_menu.menu, *m_menu.opening, m_menu.leading);
     }
-    line->connection->onClosed([this] {
+    link->connection->onClosed([this] {
         if (m_closedHandler)
             m_closedHandler();
     });
-    return line;
+    return link;
 }
 
-ItemRow::Place ItemRow::openPlace()
+ItemRow::RowItem ItemRow::openItem()
 {
-    Place place;
+    RowItem entry;
     std::string path = StatusNotifierItem::kPath;
-    if (m_profile.takesSeveralOfAConnection && !m_places.empty()) {
-        place.line = m_places.front().line;
-        path += '/' + std::to_string(m_places.size() + 1);
+    if (m_profile.takesSeveralOfAConnection && !m_items.empty()) {
+        entry.link = m_items.front().link;
+        path += '/' + std::to_string(m_items.size() + 1);
     } else {
-        place.line = openLine();
+        entry.link = openLink();
     }
-    if (!place.line)
-        return place;
-    place.item = std::make_unique<StatusNotifierItem>(
-        *place.line->connection, m_profile, std::move(path), m_menu.menu ? DbusMenu::kPath : "");
-    place.item->onClick([this](const StatusClick& click) {
+    if (!entry.link)
+        return entry;
+    entry.item = std::make_unique<StatusNotifierItem>(
+        *entry.link->connection, m_profile, std::move(path), m_menu.menu ? DbusMenu::kPath : "");
+    entry.item->onClick([this](const StatusClick& click) {
         if (m_clickHandler)
             m_clickHandler(click);
     });
-    place.item->onActivationToken([this](const std::string& token) {
+    entry.item->onActivationToken([this](const std::string& token) {
         if (m_tokenHandler)
             m_tokenHandler(token);
     });
-    if (m_profile.sortsByTitle && !m_places.empty())
-        place.item->setTitle("Amperly " + std::to_string(m_places.size() + 1));
-    place.item->setTexts(m_toolTip, m_spokenLabel);
-    return place;
+    if (m_profile.sortsByTitle && !m_items.empty())
+        entry.item->setTitle("Amperly " + std::to_string(m_items.size() + 1));
+    entry.item->setTexts(m_toolTip, m_spokenLabel);
+    return entry;
 }
 
 void ItemRow::resize(std::size_t count)
 {
     // From the end, where the order of the others does not depend on it: the reading that an item
-    // shows follows from its place.
+    // shows follows from its position.
     if (m_profile.takesSeveralOfAConnection)
         hideBeyond(count);
     else
         closeBeyond(count);
-    while (m_places.size() < count) {
-        Place place = openPlace();
-        if (!place.line)
+    while (m_items.size() < count) {
+        RowItem entry = openItem();
+        if (!entry.link)
             break;
-        m_places.push_back(std::move(place));
+        m_items.push_back(std::move(entry));
     }
-    m_count = std::min(count, m_places.size());
+    m_count = std::min(count, m_items.size());
 }
 
 void ItemRow::hideBeyond(std::size_t count)
 {
     // Hosts take an item for gone when its connection is, and the others still need that.
-    for (std::size_t index = 0; index < m_places.size(); ++index)
-        m_places[index].item->setShown(index < count);
+    for (std::size_t index = 0; index < m_items.size(); ++index)
+        m_items[index].item->setShown(index < count);
 }
 
 void ItemRow::closeBeyond(std::size_t count)
 {
-    while (m_places.size() > count) {
-        m_places.back().item->forgetWatcher();
-        m_retired.push_back(std::move(m_places.back()));
-        m_places.pop_back();
+    while (m_items.size() > count) {
+        m_items.back().item->forgetWatcher();
+        m_retired.push_back(std::move(m_items.back()));
+        m_items.pop_back();
         if (m_retired.size() == 1)
             QMetaObject::invokeMethod(
                 &m_context, [this] { m_retired.clear(); }, Qt::QueuedConnection);
@@ -133,8 +133,8 @@ void ItemRow::showPicture(const StatusPicture& picture, double scale, Ink ink)
 void ItemRow::drawWide(const StatusPicture& picture, double scale)
 {
     // The wide ones first: hosts for squares find a square further on.
-    for (Place& place : m_places) {
-        StatusNotifierItem& item = *place.item;
+    for (RowItem& entry : m_items) {
+        StatusNotifierItem& item = *entry.item;
         if (m_profile.takesLargestPixmap) {
             item.setPixmapCount(1);
             drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.draw(mask, std::ceil(scale)); });
@@ -159,9 +159,9 @@ void ItemRow::drawTiles(const StatusPicture& picture, double scale)
         }
     }
     const int last = static_cast<int>(m_count) - 1;
-    for (int place = 0; place <= last; ++place) {
-        const int reading = m_profile.lastRegisteredFirst ? last - place : place;
-        StatusNotifierItem& item = *m_places[static_cast<std::size_t>(place)].item;
+    for (int index = 0; index <= last; ++index) {
+        const int reading = m_profile.lastRegisteredFirst ? last - index : index;
+        StatusNotifierItem& item = *m_items[static_cast<std::size_t>(index)].item;
         item.setPixmapCount(m_sizes.size());
         for (std::size_t size = 0; size < m_sizes.size(); ++size) {
             drawInto(item, size, m_scratch,
@@ -179,8 +179,8 @@ void ItemRow::drawLabelled(const StatusPicture& picture)
             m_label += kLabelSeparator;
         m_label += text;
     }
-    for (Place& place : m_places) {
-        StatusNotifierItem& item = *place.item;
+    for (RowItem& entry : m_items) {
+        StatusNotifierItem& item = *entry.item;
         item.setPixmapCount(2);
         drawInto(item, 0, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, kGlyphPoints); });
         drawInto(item, 1, m_scratch, [&](CoverageMask& mask) { picture.drawGlyph(mask, 2 * kGlyphPoints); });
@@ -192,21 +192,21 @@ void ItemRow::showTexts(std::optional<std::string_view> toolTip, std::string_vie
 {
     m_toolTip = toolTip;
     m_spokenLabel = spokenLabel;
-    for (Place& place : m_places)
-        place.item->setTexts(toolTip, spokenLabel);
+    for (RowItem& entry : m_items)
+        entry.item->setTexts(toolTip, spokenLabel);
 }
 
 void ItemRow::setInk(Ink ink)
 {
     m_ink = ink;
-    for (Place& place : m_places)
-        place.item->setInk(ink);
+    for (RowItem& entry : m_items)
+        entry.item->setInk(ink);
 }
 
 void ItemRow::publish()
 {
-    for (Place& place : m_places)
-        place.item->publish();
+    for (RowItem& entry : m_items)
+        entry.item->publish();
 }
 
 void ItemRow::registerWith(const std::string& watcher)
@@ -219,9 +219,9 @@ void ItemRow::registerWith(const std::string& watcher)
 void ItemRow::forgetWatcher()
 {
     m_watcher.clear();
-    for (Place& place : m_places) {
-        place.item->forgetWatcher();
-        place.registration = Registration::Outstanding;
+    for (RowItem& entry : m_items) {
+        entry.item->forgetWatcher();
+        entry.registration = Registration::Outstanding;
     }
 }
 
@@ -230,14 +230,14 @@ void ItemRow::registerNext()
     if (m_watcher.empty())
         return;
     // One after the other: from several connections at once, the order would be the bus's choice.
-    for (std::size_t index = 0; index < m_places.size(); ++index) {
-        if (m_places[index].registration == Registration::UnderWay)
+    for (std::size_t index = 0; index < m_items.size(); ++index) {
+        if (m_items[index].registration == Registration::UnderWay)
             return;
-        if (m_places[index].registration == Registration::Done)
+        if (m_items[index].registration == Registration::Done)
             continue;
-        m_places[index].registration = Registration::UnderWay;
-        m_places[index].item->registerWith(m_watcher, [this, index] {
-            m_places[index].registration = Registration::Done;
+        m_items[index].registration = Registration::UnderWay;
+        m_items[index].item->registerWith(m_watcher, [this, index] {
+            m_items[index].registration = Registration::Done;
             registerNext();
         });
         return;

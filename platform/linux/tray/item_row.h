@@ -61,17 +61,17 @@ private:
     enum class Registration { Outstanding, UnderWay, Done };
 
     /// A connection to the bus with the menu of its items.
-    struct Line {
+    struct Link {
         std::unique_ptr<BusConnection> connection;
         std::unique_ptr<DbusMenu> menu;
     };
 
-    /// One item. Most hosts tell items, and their order, apart by connection, so that each has a
-    /// line of its own; where a host looks at the paths, all share one: what changes in one tick
+    /// One item. Most hosts tell items, and their order, apart by connection, so that each has one
+    /// of its own; where a host looks at the paths, all share one: what changes in one tick
     /// then goes out, is asked for and is answered in one go instead of waking the program again
     /// for each.
-    struct Place {
-        std::shared_ptr<Line> line;
+    struct RowItem {
+        std::shared_ptr<Link> link;
         std::unique_ptr<StatusNotifierItem> item;
         Registration registration = Registration::Outstanding;
     };
@@ -79,8 +79,8 @@ private:
     void resize(std::size_t count);
     void hideBeyond(std::size_t count);
     void closeBeyond(std::size_t count);
-    [[nodiscard]] std::shared_ptr<Line> openLine();
-    [[nodiscard]] Place openPlace();
+    [[nodiscard]] std::shared_ptr<Link> openLink();
+    [[nodiscard]] RowItem openItem();
     void drawWide(const StatusPicture& picture, double scale);
     void drawTiles(const StatusPicture& picture, double scale);
     void drawLabelled(const StatusPicture& picture);
@@ -89,9 +89,9 @@ private:
     const HostProfile m_profile;
     const std::string m_busAddress;
     const ExportedMenu m_menu;
-    std::vector<Place> m_places; ///< in the order of registration
+    std::vector<RowItem> m_items; ///< in the order of registration
     std::size_t m_count = 0; ///< how many of them are shown, from the first
-    std::vector<Place> m_retired; ///< closed once no dispatch of theirs can be under way
+    std::vector<RowItem> m_retired; ///< closed once no dispatch of theirs can be under way
     std::string m_watcher;
     CoverageMask m_scratch;
     std::vector<int> m_sizes;

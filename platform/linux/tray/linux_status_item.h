@@ -6,7 +6,7 @@
 #pragma once
 
 #include "platform/linux/bus/bus_connection.h"
-#include "platform/linux/tray/ink_source.h"
+#include "platform/linux/tray/desktop_ink.h"
 #include "platform/linux/tray/item_row.h"
 #include "platform/linux/tray/menu_opening.h"
 #include "platform/linux/tray/status_notifier_watcher.h"

@@ -32,7 +32,7 @@ public:
     explicit MenuOpening(Menu& menu, std::chrono::milliseconds unconfirmed = kUnconfirmed);
 
     /// A host is about to show the menu that `exporter` exports. A menu that is still open by then was closed
-    /// without a word: this is the next opening.
+    /// without notice: this is the next opening.
     void aboutToShow(const void* exporter, TimePoint now);
 
     void opened(const void* exporter); ///< a host says that it shows the menu
@@ -50,7 +50,7 @@ public:
         return isOpen() && m_exporter != exporter;
     }
 
-    /// Whether the menu will be taken for closed if no word comes.
+    /// Whether the menu will be taken for closed if nothing more is heard.
     [[nodiscard]] bool isUnconfirmed() const { return m_expiry.isActive(); }
 
 private:

@@ -1,8 +1,6 @@
 #include "platform/linux/tray/x11_tray_colors.h"
 
-#include "platform/linux/x11/x11_atoms.h"
 #include "platform/linux/x11/x11_connection.h"
-#include "platform/linux/x11/x11_reply.h"
 
 #include <QGuiApplication>
 #include <array>
@@ -45,10 +43,7 @@ X11TrayColors::~X11TrayColors()
 
 void X11TrayColors::refresh()
 {
-    const X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        m_connection, xcb_get_selection_owner(m_connection, m_selection), nullptr));
-    m_tray = owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-
+    m_tray = selectionOwner(m_connection, m_selection);
     std::optional<Ink> ink;
     if (m_tray != XCB_WINDOW_NONE) {
         // Before the reading, so that no change is missed between the two.

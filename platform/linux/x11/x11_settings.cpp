@@ -1,8 +1,6 @@
 #include "platform/linux/x11/x11_settings.h"
 
-#include "platform/linux/x11/x11_atoms.h"
 #include "platform/linux/x11/x11_connection.h"
-#include "platform/linux/x11/x11_reply.h"
 
 #include <array>
 #include <utility>
@@ -101,13 +99,12 @@ X11Reply<xcb_get_property_reply_t> publishedSettings()
     xcb_atom_t property = XCB_ATOM_NONE;
     std::array names{X11AtomName{&selection, "_XSETTINGS_S0"}, X11AtomName{&property, "_XSETTINGS_SETTINGS"}};
     internAtoms(connection, names);
-    const X11Reply<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr));
-    if (!owner || owner->owner == XCB_WINDOW_NONE)
+    const xcb_window_t owner = selectionOwner(connection, selection);
+    if (owner == XCB_WINDOW_NONE)
         return nullptr;
     constexpr std::uint32_t kMost = 1U << 14; // units of four bytes: many times what desktops publish
     X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        connection, xcb_get_property(connection, 0, owner->owner, property, property, 0, kMost), nullptr));
+        connection, xcb_get_property(connection, 0, owner, property, property, 0, kMost), nullptr));
     return reply && reply->format == 8 ? std::move(reply) : nullptr;
 }
 

@@ -7,9 +7,9 @@ namespace amperly {
 
 HoverTip::HoverTip(std::chrono::milliseconds delay)
 {
-    m_rest.setSingleShot(true);
-    m_rest.setInterval(delay);
-    QObject::connect(&m_rest, &QTimer::timeout, &m_rest, [this] { showNow(); });
+    m_delay.setSingleShot(true);
+    m_delay.setInterval(delay);
+    QObject::connect(&m_delay, &QTimer::timeout, &m_delay, [this] { showNow(); });
 }
 
 void HoverTip::setText(std::optional<std::string_view> text)
@@ -22,15 +22,15 @@ void HoverTip::setText(std::optional<std::string_view> text)
         showNow();
 }
 
-void HoverTip::enter(ScreenPoint place)
+void HoverTip::enter(ScreenPoint point)
 {
-    m_place = place;
-    m_rest.start();
+    m_point = point;
+    m_delay.start();
 }
 
 void HoverTip::leave()
 {
-    m_rest.stop();
+    m_delay.stop();
     if (m_shown)
         QToolTip::hideText();
     m_shown = false;
@@ -44,7 +44,7 @@ void HoverTip::showNow()
         return;
     }
     const QString text = QString::fromStdString(m_text);
-    QToolTip::showText({m_place.x, m_place.y}, Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text);
+    QToolTip::showText({m_point.x, m_point.y}, Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text);
     m_shown = !text.isEmpty();
 }
 

@@ -1,4 +1,4 @@
-// The tool tip of a window that the toolkit does not know: shown when the pointer has rested on
+// The tool tip of a window that the toolkit does not know: shown when the pointer has stayed on
 // it for a while, kept up to date as long as it is seen.
 #pragma once
 
@@ -20,16 +20,16 @@ public:
     /// UTF-8, plain; absent or empty: no tool tip. Costs nothing while none is seen.
     void setText(std::optional<std::string_view> text);
 
-    void enter(ScreenPoint place); ///< the pointer came, at `place` in logical coordinates
+    void enter(ScreenPoint point); ///< the pointer came, at `point` in logical coordinates
     void leave(); ///< the pointer went, or has better things to do
 
 private:
     void showNow();
 
     std::string m_text;
-    ScreenPoint m_place;
+    ScreenPoint m_point;
     bool m_shown = false;
-    QTimer m_rest;
+    QTimer m_delay;
 };
 
 } // namespace amperly

@@ -3,10 +3,16 @@
 #pragma once
 
 #include "platform/coverage_mask.h"
-#include "platform/linux/xembed/pixel_size.h"
 #include "platform/status_picture.h"
 
 namespace amperly {
+
+/// In the pixels of the X server, which knows no scale.
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+    friend bool operator==(const PixelSize&, const PixelSize&) = default;
+};
 
 /// The height that trays give to icons at scale 1.
 inline constexpr int kTrayIconPixels = 22;

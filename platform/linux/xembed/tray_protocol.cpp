@@ -1,7 +1,6 @@
 #include "platform/linux/xembed/tray_protocol.h"
 
-#include "platform/linux/x11/x11_atoms.h"
-#include "platform/linux/x11/x11_reply.h"
+#include "platform/linux/x11/x11_connection.h"
 
 #include <string>
 
@@ -44,12 +43,9 @@ TrayAtoms internTrayAtoms(xcb_connection_t* connection, int screen)
 
 std::optional<FoundTray> findTray(xcb_connection_t* connection, const TrayAtoms& atoms)
 {
-    const X11Reply<xcb_get_selection_owner_reply_t> selection(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, atoms.selection), nullptr));
-    if (!selection || selection->owner == XCB_WINDOW_NONE)
+    FoundTray tray{.owner = selectionOwner(connection, atoms.selection)};
+    if (tray.owner == XCB_WINDOW_NONE)
         return std::nullopt;
-
-    FoundTray tray{.owner = selection->owner};
     // One connection has one mask for each window: whoever follows the tray's colours over the
     // same connection needs the property changes.
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;

@@ -1,9 +1,8 @@
-// The words of the tray of old: who owns a screen's tray selection shows icons, a client asks it
+// The protocol of the system tray on X11: who owns a screen's tray selection shows icons, a client asks it
 // to take a window in, and a client message on the root announces each new owner.
 #pragma once
 
 #include "platform/linux/xembed/item_layout.h"
-#include "platform/linux/xembed/pixel_size.h"
 
 #include <array>
 #include <cstdint>

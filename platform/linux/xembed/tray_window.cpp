@@ -1,8 +1,8 @@
 #include "platform/linux/xembed/tray_window.h"
 
-#include "platform/linux/x11/x11_reply.h"
-#include "platform/linux/xembed/pixel_blend.h"
+#include "platform/linux/x11/x11_connection.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -17,6 +17,40 @@ constexpr std::string_view kClass{"amperly\0Amperly\0", 16};
 
 /// No tray gives so much to one item, and a request must not outgrow what the server takes.
 constexpr int kMostPixels = 1 << 20;
+
+/// a × b of 255, rounded.
+constexpr std::uint32_t share(std::uint32_t a, std::uint32_t b)
+{
+    return (a * b + 127) / 255;
+}
+
+constexpr std::uint32_t channel(std::uint32_t pixel, unsigned shift)
+{
+    return (pixel >> shift) & 0xff;
+}
+
+/// Calls put(pixel, alpha) for each pixel that the centred mask has ink on.
+void forEachInked(const CoverageMask& mask, Ink ink, PixelSize window, auto put)
+{
+    // Rounded down on both sides of zero: a mask one pixel too large loses its last row or column
+    // before its first, as one that is a pixel too small leaves it free.
+    const auto half = [](int difference) { return difference >> 1; };
+    const int left = half(window.width - mask.width);
+    const int top = half(window.height - mask.height);
+    const int firstX = std::max(0, left);
+    const int lastX = std::min(window.width, left + mask.width);
+    const int lastY = std::min(window.height, top + mask.height);
+    for (int y = std::max(0, top); y < lastY; ++y) {
+        for (int x = firstX; x < lastX; ++x) {
+            const std::uint32_t alpha = share(mask.at(x - left, y - top), ink.argb >> 24);
+            if (alpha != 0) {
+                put(static_cast<std::size_t>(y) * static_cast<std::size_t>(window.width)
+                        + static_cast<std::size_t>(x),
+                    alpha);
+            }
+        }
+    }
+}
 
 } // namespace
 
@@ -159,7 +193,7 @@ bool TrayWindow::readBackground()
     const X11Reply<xcb_get_image_reply_t> image(xcb_get_image_reply(connection,
         xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_window, 0, 0, width, height, ~0U), nullptr));
     const std::size_t pixels = std::size_t{width} * height;
-    // Refused while the window is out of sight; there will be an exposure.
+    // Refused while the window is covered or off the screen; there will be an exposure.
     if (!image
         || static_cast<std::size_t>(xcb_get_image_data_length(image.get())) != pixels * sizeof(std::uint32_t))
         return false;
@@ -185,6 +219,33 @@ void TrayWindow::paint(const CoverageMask& mask, Ink ink)
             m_depth, static_cast<std::uint32_t>(m_pixels.size() * sizeof(std::uint32_t)),
             reinterpret_cast<const std::uint8_t*>(m_pixels.data())));
     xcb_flush(m_x11.connection);
+}
+
+void premultipliedPixels(
+    const CoverageMask& mask, Ink ink, PixelSize window, std::vector<std::uint32_t>& pixels)
+{
+    pixels.assign(static_cast<std::size_t>(window.width) * static_cast<std::size_t>(window.height), 0);
+    forEachInked(mask, ink, window, [&](std::size_t index, std::uint32_t alpha) {
+        std::uint32_t pixel = alpha << 24;
+        for (const unsigned shift : {16U, 8U, 0U})
+            pixel |= share(channel(ink.argb, shift), alpha) << shift;
+        pixels[index] = pixel;
+    });
+}
+
+void pixelsOver(std::span<const std::uint32_t> background, const CoverageMask& mask, Ink ink,
+    PixelSize window, std::vector<std::uint32_t>& pixels)
+{
+    pixels.assign(background.begin(), background.end());
+    forEachInked(mask, ink, window, [&](std::size_t index, std::uint32_t alpha) {
+        std::uint32_t pixel = 0xff000000;
+        for (const unsigned shift : {16U, 8U, 0U}) {
+            const std::uint32_t mixed
+                = channel(ink.argb, shift) * alpha + channel(background[index], shift) * (255 - alpha);
+            pixel |= ((mixed + 127) / 255) << shift;
+        }
+        pixels[index] = pixel;
+    });
 }
 
 } // namespace amperly

@@ -4,10 +4,10 @@
 #pragma once
 
 #include "platform/coverage_mask.h"
-#include "platform/linux/xembed/pixel_size.h"
 #include "platform/linux/xembed/tray_protocol.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -78,5 +78,17 @@ private:
     std::vector<std::uint32_t> m_background; ///< empty: to be read
     std::vector<std::uint32_t> m_pixels; ///< kept for its memory
 };
+
+// What the X server is sent for `mask` in `ink`: rows of 32-bit pixels 0xAARRGGBB for the whole window, the
+// mask in its middle. What sticks out is cut off.
+
+/// For a window with an alpha channel: premultiplied, transparent where there is no ink.
+void premultipliedPixels(
+    const CoverageMask& mask, Ink ink, PixelSize window, std::vector<std::uint32_t>& pixels);
+
+/// For a window without one: the ink over `background`, which has the window's size. The highest
+/// byte means nothing there.
+void pixelsOver(std::span<const std::uint32_t> background, const CoverageMask& mask, Ink ink,
+    PixelSize window, std::vector<std::uint32_t>& pixels);
 
 } // namespace amperly

@@ -1,11 +1,12 @@
 #include "platform/linux/xembed/xembed_item.h"
 
 #include "platform/linux/x11/x11_connection.h"
-#include "platform/linux/xembed/native_point.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace amperly {
 
@@ -31,6 +32,17 @@ int defaultScreenNumber()
         return 0;
     std::free(host);
     return screen;
+}
+
+/// With the screens that there are now.
+ScreenPoint logicalPoint(ScreenPoint native)
+{
+    std::vector<ScaledScreen> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect area = screen->geometry();
+        screens.push_back({area.x(), area.y(), area.width(), area.height(), screen->devicePixelRatio()});
+    }
+    return logicalPoint(native, screens);
 }
 
 } // namespace
@@ -265,6 +277,17 @@ void XEmbedItem::wantPicture()
 bool XEmbedItem::isOurs(xcb_window_t window) const
 {
     return m_window && m_window->id() == window;
+}
+
+ScreenPoint logicalPoint(ScreenPoint native, std::span<const ScaledScreen> screens)
+{
+    for (const ScaledScreen& screen : screens) {
+        const double x = (native.x - screen.x) / screen.scale;
+        const double y = (native.y - screen.y) / screen.scale;
+        if (x >= 0 && y >= 0 && x < screen.width && y < screen.height)
+            return {screen.x + static_cast<int>(std::floor(x)), screen.y + static_cast<int>(std::floor(y))};
+    }
+    return native;
 }
 
 } // namespace amperly

@@ -14,7 +14,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
+#include <span>
 
 namespace amperly {
 
@@ -22,7 +22,7 @@ struct XEmbedItemParts {
     /// The colour to draw in, asked for at each painting; whoever knows it tells when it changes.
     std::function<Ink()> ink;
 
-    /// How long the pointer rests on the item before its tool tip is shown.
+    /// How long the pointer stays on the item before its tool tip is shown.
     std::chrono::milliseconds hoverDelay{700};
 };
 
@@ -79,5 +79,19 @@ private:
     QTimer m_settled;
     QObject m_context;
 };
+
+/// One screen as the toolkit tells it.
+struct ScaledScreen {
+    int x = 0; ///< of its corner, the same in both coordinates
+    int y = 0;
+    int width = 0; ///< logical
+    int height = 0; ///< logical
+    double scale = 1.0; ///< pixels per logical unit
+};
+
+/// From the pixels that the X server counts in to the desktop's logical coordinates. The toolkit keeps
+/// each screen's corner where the server has it and scales what lies within. `native` itself where no
+/// screen is.
+[[nodiscard]] ScreenPoint logicalPoint(ScreenPoint native, std::span<const ScaledScreen> screens);
 
 } // namespace amperly

@@ -12,17 +12,17 @@ namespace {
 
 struct ScreenState {
     bool isOff = false;
-    int looks = 0;
+    int checks = 0;
 };
 
-class FakeSight : public Sight {
+class FakeVisibility : public WindowVisibility {
 public:
-    explicit FakeSight(ScreenState& screen) : m_screen(screen) { }
+    explicit FakeVisibility(ScreenState& screen) : m_screen(screen) { }
 
     [[nodiscard]] bool isCovered() const override { return false; }
     [[nodiscard]] bool isScreenOff() const override
     {
-        ++m_screen.looks;
+        ++m_screen.checks;
         return m_screen.isOff;
     }
 
@@ -37,13 +37,13 @@ protected:
         run = frames.start(shown, [this](double now) { times.push_back(now); });
     }
 
-    static constexpr double kLookSeconds = 0.01;
+    static constexpr double kCheckSeconds = 0.01;
 
     bool savesPower = false;
     ScreenState screen;
     DisplayFrames frames{[this] { return savesPower; },
-        [this](QWindow&, const std::function<void()>&) { return std::make_unique<FakeSight>(screen); },
-        kLookSeconds};
+        [this](QWindow&, const std::function<void()>&) { return std::make_unique<FakeVisibility>(screen); },
+        kCheckSeconds};
     QWidget window;
     std::vector<double> times;
     std::unique_ptr<FrameClock::Run> run;
@@ -119,10 +119,10 @@ TEST_F(DisplayFramesTest, WhileTheScreenIsOffThereAreNoFramesUntilItIsOnAgain)
     begin(window);
     ASSERT_TRUE(runUntil([this] { return times.size() >= 2; }));
     screen.isOff = true;
-    const int before = screen.looks;
-    ASSERT_TRUE(runUntil([&] { return screen.looks >= before + 2; })) << "it is not looked at any more";
+    const int before = screen.checks;
+    ASSERT_TRUE(runUntil([&] { return screen.checks >= before + 2; })) << "it is not asked for any more";
     const std::size_t last = times.size();
-    ASSERT_TRUE(runUntil([&] { return screen.looks >= before + 5; }));
+    ASSERT_TRUE(runUntil([&] { return screen.checks >= before + 5; }));
     EXPECT_EQ(times.size(), last);
     screen.isOff = false;
     EXPECT_TRUE(runUntil([&] { return times.size() >= last + 2; }));
@@ -134,8 +134,8 @@ TEST_F(DisplayFramesTest, ASwitchToSparingTheBatteryIsHeededInTheMiddleOfARun)
     begin(window);
     ASSERT_TRUE(runUntil([this] { return times.size() >= 3; }));
     savesPower = true;
-    const int before = screen.looks;
-    ASSERT_TRUE(runUntil([&] { return screen.looks > before; }));
+    const int before = screen.checks;
+    ASSERT_TRUE(runUntil([&] { return screen.checks > before; }));
     const std::size_t first = times.size() + 1; // one that was already under way may come yet
     ASSERT_TRUE(runUntil([&] { return times.size() >= first + 4; }));
     const double mean = (times.back() - times[first]) / static_cast<double>(times.size() - 1 - first);

@@ -1,4 +1,4 @@
-#include "platform/linux/clock/frame_pace.h"
+#include "platform/linux/clock/display_frames.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 #include "platform/linux/desktop/linux_display_settings.h"
 
-#include "platform/linux/x11/x11_atoms.h"
 #include "platform/linux/x11/x11_connection.h"
 #include "tests/platform/linux/x11/serialised_settings.h"
 #include "tests/support/private_display.h"

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QWindow>
 #include <qpa/qwindowsysteminterface.h>
 

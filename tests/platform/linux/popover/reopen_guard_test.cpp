@@ -39,10 +39,10 @@ TEST_F(ReopenGuardTest, AClickElsewhereDoesNot)
 TEST_F(ReopenGuardTest, ALaterClickDoesNot)
 {
     guard.closedByPress(m_item);
-    m_now += ReopenGuard::kOneClick - milliseconds(1);
+    m_now += ReopenGuard::kClickTime - milliseconds(1);
     EXPECT_TRUE(guard.belongsToPress(m_item));
     guard.closedByPress(m_item);
-    m_now += ReopenGuard::kOneClick;
+    m_now += ReopenGuard::kClickTime;
     EXPECT_FALSE(guard.belongsToPress(m_item));
 }
 
@@ -74,7 +74,7 @@ TEST_F(ReopenGuardTest, AReleaseAfterLongIsReportedAMomentLater)
     m_now += milliseconds(5000);
     m_pressed = false;
     ASSERT_TRUE(runUntil([this] { return !guard.isHeld(); }));
-    m_now += ReopenGuard::kOneClick - milliseconds(1);
+    m_now += ReopenGuard::kClickTime - milliseconds(1);
     EXPECT_TRUE(guard.belongsToPress(m_item));
 }
 
@@ -85,7 +85,7 @@ TEST_F(ReopenGuardTest, TheNextClickAfterALongOneIsAnother)
     m_now += milliseconds(5000);
     m_pressed = false;
     ASSERT_TRUE(runUntil([this] { return !guard.isHeld(); }));
-    m_now += ReopenGuard::kOneClick;
+    m_now += ReopenGuard::kClickTime;
     EXPECT_FALSE(guard.belongsToPress(m_item));
 }
 

@@ -1,7 +1,6 @@
 #include "tests/platform/linux/xembed/fake_tray.h"
 
-#include "platform/linux/x11/x11_atoms.h"
-#include "platform/linux/x11/x11_reply.h"
+#include "platform/linux/x11/x11_connection.h"
 
 #include <array>
 

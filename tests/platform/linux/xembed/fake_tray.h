@@ -1,7 +1,7 @@
 // The smallest tray there can be: owns the selection, takes windows in, gives them a size.
 #pragma once
 
-#include "platform/linux/xembed/pixel_size.h"
+#include "platform/linux/xembed/item_layout.h"
 
 #include <QTimer>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "platform/linux/xembed/native_point.h"
+#include "platform/linux/xembed/xembed_item.h"
 
 #include <array>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/xembed/pixel_blend.h"
+#include "platform/linux/xembed/tray_window.h"
 
 #include <gmock/gmock.h>
 

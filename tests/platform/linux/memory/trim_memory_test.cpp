@@ -1,4 +1,4 @@
-#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/memory/memory_trimming.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -61,32 +61,32 @@ private:
     char* m_bytes = nullptr;
 };
 
-TEST(MemoryReturnTest, PagesOfAFileThatOnlyWasReadAreLetGoAndReadTheSameAgain)
+TEST(TrimMemoryTest, PagesOfAFileThatOnlyWasReadAreLetGoAndReadTheSameAgain)
 {
     const MappedFile file(PROT_READ);
     ASSERT_EQ(file.residentKilobytes(), static_cast<long>(kLength / 1024));
-    EXPECT_GE(returnUnusedMemory(), kLength);
+    EXPECT_GE(trimMemory(), kLength);
     EXPECT_EQ(file.residentKilobytes(), 0);
     EXPECT_EQ(file.sum(), kLength * 'a');
 }
 
-TEST(MemoryReturnTest, PagesThatWereWrittenBeforeTheyBecameReadOnlyKeepWhatWasWritten)
+TEST(TrimMemoryTest, PagesThatWereWrittenBeforeTheyBecameReadOnlyKeepWhatWasWritten)
 {
     const MappedFile file(PROT_READ | PROT_WRITE);
     file.bytes()[4096] = 'b';
     ASSERT_EQ(mprotect(file.bytes(), kLength, PROT_READ), 0);
-    returnUnusedMemory();
+    trimMemory();
     EXPECT_EQ(file.bytes()[4096], 'b');
 }
 
-TEST(MemoryReturnTest, WritableMappingsAreLeftAlone)
+TEST(TrimMemoryTest, WritableMappingsAreLeftAlone)
 {
     const MappedFile file(PROT_READ | PROT_WRITE);
-    returnUnusedMemory();
+    trimMemory();
     EXPECT_EQ(file.residentKilobytes(), static_cast<long>(kLength / 1024));
 }
 
-TEST(MemoryReturnTest, FreeHeapGoesBackToTheSystem)
+TEST(TrimMemoryTest, FreeHeapGoesBackToTheSystem)
 {
     std::vector<void*> blocks;
     for (int index = 0; index < 4096; ++index) {
@@ -104,12 +104,12 @@ TEST(MemoryReturnTest, FreeHeapGoesBackToTheSystem)
         return resident;
     };
     const long before = residentPages();
-    returnUnusedMemory();
+    trimMemory();
     EXPECT_LT(residentPages(), before - 2000);
     std::free(blocks.back());
 }
 
-TEST(MemoryReturnTest, LargeBlocksStayApartFromTheHeapThoughOthersWereFreed)
+TEST(TrimMemoryTest, LargeBlocksStayApartFromTheHeapThoughOthersWereFreed)
 {
     keepLargeBlocksApart();
     for (int turn = 0; turn < 2; ++turn) {

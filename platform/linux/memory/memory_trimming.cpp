@@ -1,4 +1,9 @@
-#include "platform/linux/memory/memory_return.h"
+#include "platform/linux/memory/memory_trimming.h"
+
+#include "platform/linux/memory/visible_windows.h"
+
+#include <QEvent>
+#include <QGuiApplication>
 
 #include <array>
 #include <cstdint>
@@ -6,6 +11,7 @@
 #include <malloc.h>
 #include <memory>
 #include <sys/mman.h>
+#include <utility>
 
 namespace amperly {
 
@@ -38,7 +44,7 @@ bool parseHeader(const char* line, Mapping& mapping)
 
 } // namespace
 
-std::size_t returnUnusedMemory()
+std::size_t trimMemory()
 {
     malloc_trim(0);
 
@@ -72,6 +78,25 @@ void keepLargeBlocksApart()
 {
     constexpr int kLargeBytes = 128 * 1024; // where the C library begins; said, it stays there
     mallopt(M_MMAP_THRESHOLD, kLargeBytes);
+}
+
+MemoryTrimming::MemoryTrimming(std::function<void()> trim)
+{
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(kSettlingMilliseconds);
+    connect(&m_settling, &QTimer::timeout, this, [trim = std::move(trim)] {
+        if (!anyWindowVisible())
+            trim();
+    });
+    m_settling.start();
+    qApp->installEventFilter(this);
+}
+
+bool MemoryTrimming::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Hide && watched->isWindowType())
+        m_settling.start();
+    return false;
 }
 
 } // namespace amperly

@@ -1,5 +1,5 @@
 #include "platform/linux/clock/display_frames.h"
-#include "platform/linux/clock/x11_sight.h"
+#include "platform/linux/clock/window_visibility.h"
 
 #include "tests/support/private_display.h"
 #include "tests/support/run_until.h"
@@ -19,7 +19,7 @@ namespace amperly {
 namespace {
 
 /// On an X server of its own, without a window manager.
-class X11SightTest : public PrivateDisplayTest {
+class WindowVisibilityTest : public PrivateDisplayTest {
 protected:
     void SetUp() override
     {
@@ -52,35 +52,37 @@ protected:
     std::unique_ptr<QWidget> window;
 };
 
-TEST_F(X11SightTest, AWindowIsCoveredOnceAnotherLiesOverAllOfIt)
+TEST_F(WindowVisibilityTest, AWindowIsCoveredOnceAnotherLiesOverAllOfIt)
 {
     int changes = 0;
-    const std::unique_ptr<X11Sight> sight
-        = X11Sight::of(static_cast<xcb_window_t>(window->winId()), [&] { ++changes; });
-    ASSERT_NE(sight, nullptr);
-    EXPECT_FALSE(sight->isCovered());
+    const std::unique_ptr<WindowVisibility> visibility
+        = x11WindowVisibility(static_cast<std::uint32_t>(window->winId()), [&] { ++changes; });
+    ASSERT_NE(visibility, nullptr);
+    EXPECT_FALSE(visibility->isCovered());
     std::unique_ptr<QWidget> other = cover(200);
-    EXPECT_TRUE(runUntil([&] { return sight->isCovered(); }));
+    EXPECT_TRUE(runUntil([&] { return visibility->isCovered(); }));
     other.reset();
-    EXPECT_TRUE(runUntil([&] { return !sight->isCovered(); }));
+    EXPECT_TRUE(runUntil([&] { return !visibility->isCovered(); }));
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(X11SightTest, AWindowOfWhichAnEdgeShowsIsNotCovered)
+TEST_F(WindowVisibilityTest, AWindowOfWhichAnEdgeShowsIsNotCovered)
 {
-    const std::unique_ptr<X11Sight> sight = X11Sight::of(static_cast<xcb_window_t>(window->winId()), [] {});
+    const std::unique_ptr<WindowVisibility> visibility
+        = x11WindowVisibility(static_cast<std::uint32_t>(window->winId()), [] {});
     const std::unique_ptr<QWidget> other = cover(100);
     ASSERT_TRUE(pause(100));
-    EXPECT_FALSE(sight->isCovered());
+    EXPECT_FALSE(visibility->isCovered());
 }
 
-TEST_F(X11SightTest, AScreenThatCannotBeSwitchedOffIsOn)
+TEST_F(WindowVisibilityTest, AScreenThatCannotBeSwitchedOffIsOn)
 {
-    const std::unique_ptr<X11Sight> sight = X11Sight::of(static_cast<xcb_window_t>(window->winId()), [] {});
-    EXPECT_FALSE(sight->isScreenOff());
+    const std::unique_ptr<WindowVisibility> visibility
+        = x11WindowVisibility(static_cast<std::uint32_t>(window->winId()), [] {});
+    EXPECT_FALSE(visibility->isScreenOff());
 }
 
-TEST_F(X11SightTest, ACoveredWindowHasNoFramesUntilItIsSeenAgain)
+TEST_F(WindowVisibilityTest, ACoveredWindowHasNoFramesUntilItIsSeenAgain)
 {
     DisplayFrames frames([] { return false; });
     int count = 0;
@@ -97,7 +99,7 @@ TEST_F(X11SightTest, ACoveredWindowHasNoFramesUntilItIsSeenAgain)
     EXPECT_TRUE(runUntil([&] { return count > before; }));
 }
 
-TEST_F(X11SightTest, FramesKeepToTheScreensRate)
+TEST_F(WindowVisibilityTest, FramesKeepToTheScreensRate)
 {
     DisplayFrames frames([] { return false; });
     std::vector<double> times;
