@@ -2,7 +2,7 @@
 // bottom centre, and the curves between them. Points of the diagram, y growing downward.
 #pragma once
 
-#include "flow/glass/bezier.h"
+#include "flow/glass/curve.h"
 #include "platform/power_sample.h"
 
 namespace amperly {

@@ -15,8 +15,8 @@ GaussianWeights::GaussianWeights(double variance)
     if (variance < kLeastVariance)
         return;
 
-    // Miller's way: from far out, where anything may be assumed, back towards the middle, where the
-    // true proportions come out whatever was assumed.
+    // Miller's algorithm: the recurrence is run backwards from far out, where any value may be assumed;
+    // towards the middle the proportions become right whatever was assumed.
     constexpr std::size_t kStart = 2 * kMostReach;
     std::array<double, kStart + 2> values{};
     values[kStart] = 1e-280;

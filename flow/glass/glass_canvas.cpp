@@ -1,6 +1,6 @@
 #include "flow/glass/glass_canvas.h"
 
-#include "flow/glass/curve_samples.h"
+#include "flow/glass/curve.h"
 #include "flow/glass/fixed_point.h"
 #include "flow/glass/glass_look.h"
 
@@ -12,7 +12,7 @@ namespace amperly::glass {
 namespace {
 
 // Points. Shorter curves have no direction.
-constexpr double kLongestThatIsNothing = 1.0;
+constexpr double kLongestIgnored = 1.0;
 // The pulses of longer ones could not be counted.
 constexpr double kLongestTube = 1e9;
 
@@ -20,7 +20,7 @@ constexpr double kLongestTube = 1e9;
 // Points.
 constexpr double kWidestUsualTube = 24.0;
 
-// As many layouts are kept as a diagram has tubes, so that one that rests keeps its own.
+// As many layouts are kept as a diagram has tubes, so that one without power for a while keeps its own.
 constexpr std::size_t kLayoutsKept = 3;
 
 /// The widest tube whose edges lengths can tell, in points.
@@ -30,12 +30,13 @@ double widestTube(double scale)
     return std::max(kFurthestPixels / scale / (0.5 * (1.0 + kGlassLook.swelling)) - kRimAndMore, 0.0);
 }
 
-double roomFor(double width)
+/// The width of the layout that a tube is drawn by.
+double layoutWidth(double width)
 {
-    double room = kWidestUsualTube;
-    while (room < width)
-        room *= 2.0;
-    return room;
+    double widest = kWidestUsualTube;
+    while (widest < width)
+        widest *= 2.0;
+    return widest;
 }
 
 /// Half of a line's width, for the kernels.
@@ -66,7 +67,7 @@ void drawGlassFlow(
     GlassCanvas& context, const Bezier& curve, const Color& color, double width, double travelled)
 {
     const double length = sampleCurve(curve).length();
-    if (!(length > kLongestThatIsNothing && length < kLongestTube))
+    if (!(length > kLongestIgnored && length < kLongestTube))
         return;
     if (context.m_count == context.m_tubes.size())
         context.m_tubes.emplace_back();
@@ -102,7 +103,7 @@ void GlassCanvas::prepare()
             .scale = m_scale,
             .width = m_target.width,
             .height = m_target.height,
-            .widestTube = roomFor(tube.width),
+            .widestTube = layoutWidth(tube.width),
             .grid = m_grid});
         tube.motion.update(*tube.layout, tube.width, tube.travelled);
         tube.lights.clear();
@@ -113,17 +114,17 @@ void GlassCanvas::prepare()
     m_glow.finish();
 }
 
-TubeLayout* GlassCanvas::layoutFor(const TubeLayout::Place& place)
+TubeLayout* GlassCanvas::layoutFor(const TubeLayout::Key& key)
 {
     const auto known = std::find_if(
-        m_layouts.begin(), m_layouts.end(), [&](const auto& layout) { return layout->place() == place; });
+        m_layouts.begin(), m_layouts.end(), [&](const auto& layout) { return layout->key() == key; });
     TubeLayout* layout = known == m_layouts.end() ? nullptr : known->get();
     if (layout == nullptr) {
         const auto oldest = std::min_element(m_layouts.begin(), m_layouts.end(),
             [](const auto& a, const auto& b) { return a->lastFrame < b->lastFrame; });
         const bool mayGo = m_layouts.size() >= kLayoutsKept && (*oldest)->lastFrame != m_frame;
         auto& slot = mayGo ? *oldest : m_layouts.emplace_back();
-        slot = std::make_unique<TubeLayout>(place);
+        slot = std::make_unique<TubeLayout>(key);
         layout = slot.get();
     }
     layout->lastFrame = m_frame;
@@ -138,7 +139,7 @@ void GlassCanvas::prepareBand()
     m_band.resize(index(m_stride) * index(step));
     m_over.resize(m_band.size());
     m_light.resize(index(m_stride));
-    m_nodeRoom.resize(2 * (index(m_grid.canvasColumns) * kChannels + index(kRowSlack)));
+    m_nodeScratch.resize(2 * (index(m_grid.canvasColumns) * kChannels + index(kRowSlack)));
     m_across.assign(index(step + kRowSlack) * kChannels, 0);
     for (int x = 0; x < step; ++x) {
         const double way = (x + 0.5) / step;
@@ -151,14 +152,14 @@ void GlassCanvas::paintBand(int band)
 {
     const int top = band * m_grid.step;
     const int bottom = std::min(top + m_grid.step, m_target.height);
-    std::uint32_t* const place = m_target.pixels + static_cast<std::ptrdiff_t>(top) * m_target.stride;
+    std::uint32_t* const target = m_target.pixels + static_cast<std::ptrdiff_t>(top) * m_target.stride;
 
     // Kernels write a little past the ends of rows. Where that is the beginning of the next row,
-    // which is still to be painted or takes no harm, the canvas itself will do.
+    // which is painted later or blended with nothing, rows can be worked on in the canvas itself.
     const bool inPlace
         = m_target.stride == m_target.width && m_target.height - bottom > kRowSlack / m_target.width + 1;
     const Rows rows
-        = inPlace ? Rows{place, m_target.stride, top, bottom} : Rows{m_band.data(), m_stride, top, bottom};
+        = inPlace ? Rows{target, m_target.stride, top, bottom} : Rows{m_band.data(), m_stride, top, bottom};
     if (m_count == 0)
         std::fill_n(rows.pixels, index(rows.stride) * index(bottom - top), 0U);
     else
@@ -169,7 +170,7 @@ void GlassCanvas::paintBand(int band)
         return;
     for (int y = 0; y < bottom - top; ++y)
         std::copy_n(rows.pixels + index(y * rows.stride), m_target.width,
-            place + static_cast<std::ptrdiff_t>(y) * m_target.stride);
+            target + static_cast<std::ptrdiff_t>(y) * m_target.stride);
 }
 
 void GlassCanvas::storeGlow(std::size_t first, int band, int left, int right, const Rows& rows)
@@ -185,7 +186,7 @@ void GlassCanvas::storeGlow(std::size_t first, int band, int left, int right, co
             .across = m_across.data(),
             .step = step,
             .nodes = nodes,
-            .room = m_nodeRoom.data(),
+            .scratch = m_nodeScratch.data(),
             .pixels = rows.pixels + y * rows.stride + node * step});
     }
 }

@@ -8,9 +8,9 @@
 //   12 the glints from GlintLight.
 #pragma once
 
-#include "flow/glass/bezier.h"
+#include "flow/glass/curve.h"
 #include "flow/glass/flow_color.h"
-#include "flow/glass/glint_light.h"
+#include "flow/glass/glint.h"
 #include "flow/glass/glow_field.h"
 #include "flow/glass/kernels.h"
 #include "flow/glass/tube_layout.h"
@@ -39,7 +39,7 @@ struct GlassPixels {
 /// rows are finished one band after the other, while they are near the processor.
 ///
 /// A canvas kept for the next frame draws faster than a new one and takes nothing from the heap,
-/// but draws the same: it remembers only what follows from the places of the curves.
+/// but draws the same: it remembers only what depends on the curves alone.
 class GlassCanvas {
 public:
     explicit GlassCanvas(const Kernels& kernels = *kernelsHere().front());
@@ -73,7 +73,7 @@ private:
     };
 
     void prepare();
-    [[nodiscard]] TubeLayout* layoutFor(const TubeLayout::Place& place);
+    [[nodiscard]] TubeLayout* layoutFor(const TubeLayout::Key& key);
     void prepareBand();
     void paintBand(int band);
     void storeGlow(std::size_t first, int band, int left, int right, const Rows& rows);
@@ -90,18 +90,18 @@ private:
     GlowGrid m_grid;
     GlowField m_glow;
 
-    int m_stride = 0; ///< of rows with room behind their ends, which the following two have
+    int m_stride = 0; ///< of rows with kRowSlack pixels behind their ends, which the following two have
     std::vector<std::uint32_t> m_band; ///< as many rows as there are pixels between nodes
     std::vector<std::uint32_t> m_over; ///< the later tubes' glows on them
     std::vector<std::int16_t> m_across;
-    std::vector<std::int16_t> m_nodeRoom;
+    std::vector<std::int16_t> m_nodeScratch;
     std::vector<std::uint16_t> m_light;
 };
 
 /// Draws one flow over those drawn before it in this frame. `width` is the full width in points of
 /// the tube where no swelling is; `travelled` is how far the swellings have moved since the
 /// beginning, in points. A curve no longer than a point draws nothing, nor does one of 1e9 points
-/// or more, or of places that are no numbers.
+/// or more, nor one whose points are no finite numbers.
 void drawGlassFlow(
     GlassCanvas& context, const Bezier& curve, const Color& color, double width, double travelled);
 

@@ -1,17 +1,38 @@
-// The blurred layers of all tubes of a frame: outer glows and pulse halos.
+// The blurred layers of all tubes of a frame, outer glows and pulse halos, and the grids that they
+// are calculated on. What is blurred has no detail that would need every pixel: it is blurred on
+// coarse cells, and brought back to the pixels through the nodes of a grid twice as fine, straight
+// between neighbours.
 #pragma once
 
 #include "flow/glass/flow_color.h"
-#include "flow/glass/gaussian_weights.h"
-#include "flow/glass/glow_grid.h"
-#include "flow/glass/tube_layout.h"
-#include "flow/glass/tube_motion.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace amperly::glass {
+
+class TubeLayout;
+class TubeMotion;
+
+struct GlowGrid {
+    /// For a canvas of so many pixels, on which the narrowest tube is `narrowestTube` points wide.
+    [[nodiscard]] static GlowGrid forCanvas(int width, int height, double scale, double narrowestTube);
+
+    int step = 1; ///< pixels from a node to the next; a node lies on the canvas's upper left corner
+    int margin = 0; ///< nodes before that one, above and to the left: an even number
+    int columns = 0; ///< nodes in a row, margins included: an even number
+    int rows = 0;
+    int canvasColumns = 0; ///< nodes from the canvas's left edge to its right edge or beyond
+    int canvasRows = 0;
+
+    /// Each cell holds two nodes by two.
+    [[nodiscard]] int cellColumns() const { return columns / 2; }
+    [[nodiscard]] int cellRows() const { return rows / 2; }
+    [[nodiscard]] int cellMargin() const { return margin / 2; }
+
+    friend bool operator==(const GlowGrid&, const GlowGrid&) = default;
+};
 
 /// Where a tube lies over an earlier tube's body, its glow lies over that body too. So besides all
 /// glows together there are sums that leave out the glows of the first tubes.

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "flow/glass/kernels.h"
+#include "flow/glass/lanes.h"
 #include "flow/glass/tube_layers.h"
 
 namespace amperly::glass {
@@ -15,7 +16,7 @@ namespace {
 // alpha. A number for each pixel is doubled to meet its pairs.
 
 template <class L, bool kAtEnd>
-bool shine(const TubeRows& rows, const TubeBlock& block, int lane, Glass<L>& glass)
+bool tubeLight(const TubeRows& rows, const TubeBlock& block, int lane, Glass<L>& glass)
 {
     using Vec = typename L::Vec;
     Vec half;
@@ -23,9 +24,9 @@ bool shine(const TubeRows& rows, const TubeBlock& block, int lane, Glass<L>& gla
     L::gather(rows.columns, block.arc + lane, half, pulses);
     Vec inside = half;
     if constexpr (kAtEnd)
-        inside = L::load(rows.ends[block.ends].inside + lane);
-    TubeLayers<L, kAtEnd> layers(
-        L::load(block.distance + lane), half, inside, L::all(rows.halfRim), L::all(rows.halfSpecular));
+        inside = L::loadPerPixel(rows.ends[block.ends].inside + lane);
+    TubeLayers<L, kAtEnd> layers(L::loadPerPixel(block.distance + lane), half, inside, L::all(rows.halfRim),
+        L::all(rows.halfSpecular));
     if (layers.empty())
         return false;
 
@@ -68,7 +69,7 @@ typename L::Vec blendPair(typename L::Vec under, typename L::Vec light, typename
     return L::template shiftRight<6>(L::add(sum, L::all(kChannelStep / 2)));
 }
 
-/// Puts L::kCount pixels' glass in its place. `blueRed` and `greenAlpha` are the tube's colour.
+/// Blends L::kCount pixels' glass into them. `blueRed` and `greenAlpha` are the tube's colour.
 template <class L>
 void blend(std::uint32_t* pixels, const std::uint32_t* over, const Glass<L>& glass, typename L::Vec blueRed,
     typename L::Vec greenAlpha)
@@ -83,8 +84,8 @@ void blend(std::uint32_t* pixels, const std::uint32_t* over, const Glass<L>& gla
     for (int part = 0; part < 2; ++part) {
         const auto doubled = [&](Vec each) { return part == 0 ? L::doubledLow(each) : L::doubledHigh(each); };
         const int offset = part * L::kCount / 2;
-        const Vec pixel = L::loadPixels(pixels + offset);
-        const Vec overPixel = covered ? L::loadPixels(over + offset) : lowBytes;
+        const Vec pixel = L::load(pixels + offset);
+        const Vec overPixel = covered ? L::load(over + offset) : lowBytes;
         const Vec overAlpha = L::alphas(overPixel); // 8 bits, in both numbers of a pair
         // 255 is all of it: 257 times is 65535.
         const Vec overOpacity = L::add(L::template shiftLeft<8>(overAlpha), overAlpha);
@@ -94,7 +95,7 @@ void blend(std::uint32_t* pixels, const std::uint32_t* over, const Glass<L>& gla
             L::both(overPixel, lowBytes), overOpacity, covered);
         const Vec blendedUpper = blendPair<L>(L::template shiftRight<8>(pixel), light(greenAlpha),
             doubled(opacity), L::template shiftRight<8>(overPixel), overOpacity, covered);
-        L::storePixels(pixels + offset, L::either(blended, L::template shiftLeft<8>(blendedUpper)));
+        L::store(pixels + offset, L::either(blended, L::template shiftLeft<8>(blendedUpper)));
     }
 }
 
@@ -110,8 +111,8 @@ template <class L>
         const int overOffset = (block->y - rows.top) * rows.overStride + block->x;
         for (int lane = 0; lane < kBlockPixels; lane += L::kCount) {
             Glass<L> glass;
-            const bool any = block->ends < 0 ? shine<L, false>(rows, *block, lane, glass)
-                                             : shine<L, true>(rows, *block, lane, glass);
+            const bool any = block->ends < 0 ? tubeLight<L, false>(rows, *block, lane, glass)
+                                             : tubeLight<L, true>(rows, *block, lane, glass);
             if (any)
                 blend<L>(rows.pixels + offset + lane,
                     rows.over == nullptr ? nullptr : rows.over + overOffset + lane, glass, blueRed,
@@ -125,7 +126,7 @@ template <class L>
 {
     const auto none = L::all(0);
     for (int lane = 0; lane < row.count; lane += L::kCount) {
-        const Glass<L> glass{none, L::load(row.opacities + lane)};
+        const Glass<L> glass{none, L::loadPerPixel(row.opacities + lane)};
         blend<L>(row.pixels + lane, row.over == nullptr ? nullptr : row.over + lane, glass, none, none);
     }
 }
@@ -135,27 +136,26 @@ template <class L>
 {
     constexpr int kChannels = 4;
     const int values = (row.nodes + 1) * kChannels;
-    std::int16_t* const nodes = row.room;
-    std::int16_t* const steps = row.room + values + kRowSlack;
+    std::int16_t* const nodes = row.scratch;
+    std::int16_t* const steps = row.scratch + values + kRowSlack;
 
     // The nodes at this height, rounded for good here, and twice the way to each one's neighbour.
     const auto down = L::all(static_cast<std::uint16_t>(row.down));
     const auto rounding = L::all(kChannelStep / 2);
     const auto twice = [](auto difference) { return L::template shiftLeft<1>(difference); };
     for (int i = 0; i < values; i += L::kCount) {
-        const auto above = L::loadAnywhere(row.above + i);
-        const auto way = L::sub(L::loadAnywhere(row.below + i), above);
+        const auto above = L::load(row.above + i);
+        const auto way = L::sub(L::load(row.below + i), above);
         L::store(nodes + i, L::add(L::add(above, L::upperProductSigned(twice(way), down)), rounding));
     }
     for (int i = 0; i < values - kChannels; i += L::kCount)
-        L::store(
-            steps + i, twice(L::sub(L::loadAnywhere(nodes + i + kChannels), L::loadAnywhere(nodes + i))));
+        L::store(steps + i, twice(L::sub(L::load(nodes + i + kChannels), L::load(nodes + i))));
 
     // What is written too far is written again, by the next node or by the turn before this one.
     constexpr int kPixels = L::kCount / 2;
     for (int x = (row.step - 1) / kPixels * kPixels; x >= 0; x -= kPixels) {
-        const auto across = L::loadAnywhere(row.across + x * kChannels);
-        const auto acrossNext = L::loadAnywhere(row.across + x * kChannels + L::kCount);
+        const auto across = L::load(row.across + x * kChannels);
+        const auto acrossNext = L::load(row.across + x * kChannels + L::kCount);
         std::uint32_t* pixels = row.pixels + x;
         for (int value = 0; value < values - kChannels; value += kChannels, pixels += row.step) {
             const auto base = L::fours(nodes + value);
@@ -163,7 +163,7 @@ template <class L>
             const auto channels = [&](auto part) {
                 return L::template shiftRight<6>(L::add(base, L::upperProductSigned(way, part)));
             };
-            L::storePixels(pixels, L::packed(channels(across), channels(acrossNext)));
+            L::store(pixels, L::packed(channels(across), channels(acrossNext)));
         }
     }
 }

@@ -11,18 +11,18 @@
 
 namespace amperly::glass {
 
-/// Every row of pixels that a kernel reads or writes has room for this many more behind its end.
+/// Every row of pixels that a kernel reads or writes is followed by memory for this many more.
 inline constexpr int kRowSlack = 32;
 
-/// A stretch of a row of pixels, made from the glow's nodes above and below it.
+/// A part of a row of pixels, made from the glow's nodes above and below it.
 struct GlowRow {
-    const std::int16_t* above; ///< four channels a node, from the stretch's first node on
+    const std::int16_t* above; ///< four channels a node, from the part's first node on
     const std::int16_t* below;
     std::int16_t down; ///< how far the row is from `above` to `below`, 32768 being all of the way
     const std::int16_t* across; ///< the same for a pixel from its node to the next, four times for each
     int step; ///< pixels from a node to the next
-    int nodes; ///< the stretch has one node more
-    std::int16_t* room; ///< for two rows of nodes, and kRowSlack values behind each
+    int nodes; ///< the part has one node more
+    std::int16_t* scratch; ///< for two rows of nodes, and kRowSlack values behind each
     std::uint32_t* pixels; ///< to be written
 };
 
@@ -45,7 +45,7 @@ struct TubeRows {
     int top;
 };
 
-/// White light on a stretch of pixels.
+/// White light on a part of a row of pixels.
 struct LightRow {
     std::uint32_t* pixels;
     const std::uint32_t* over; ///< as in TubeRows
@@ -62,6 +62,11 @@ struct Kernels {
 
 /// Any processor.
 [[nodiscard]] const Kernels& portableKernels();
+
+// Those for 64-bit x86 processors, which builds for others don't have.
+[[nodiscard]] const Kernels& sse2Kernels(); ///< any of them can
+[[nodiscard]] const Kernels& avx2Kernels();
+[[nodiscard]] bool processorHasAvx2();
 
 /// What this processor can run, the fastest first. The portable ones are among them.
 [[nodiscard]] std::span<const Kernels* const> kernelsHere();

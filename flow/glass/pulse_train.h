@@ -8,7 +8,7 @@ class PulseTrain {
 public:
     /// `travelled` points have gone by since the beginning; `length` is the tube's. The first pulse
     /// is one whole spacing before the start at most, the last one a spacing behind the end, so that
-    /// they come and go where nobody sees it.
+    /// they appear and disappear out of sight.
     PulseTrain(double travelled, double length);
 
     [[nodiscard]] double firstCentre() const { return m_first; }

@@ -1,7 +1,7 @@
 #include "flow/glass/tube_layout.h"
 
 #include "flow/glass/glass_look.h"
-#include "flow/glass/tube_place.h"
+#include "flow/glass/tube_coordinates.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,32 +25,6 @@ std::int16_t inPixelParts(double pixels)
     return static_cast<std::int16_t>(std::lround(std::clamp(pixels, -kFurthest, kFurthest) * kPixel));
 }
 
-/// The part of the way from the gradient's start to its end at a point.
-class BodyGradient {
-public:
-    explicit BodyGradient(const Bezier& curve)
-        : m_from(curve.p0)
-        , m_dx(curve.p3.x - curve.p0.x)
-        , m_dy(curve.p3.y - curve.p0.y)
-        , m_square(m_dx * m_dx + m_dy * m_dy)
-    {
-    }
-
-    [[nodiscard]] std::uint8_t at(const FlowPoint& point) const
-    {
-        if (m_square == 0.0) // a loop: all of it is behind the end
-            return std::numeric_limits<std::uint8_t>::max();
-        const double part = ((point.x - m_from.x) * m_dx + (point.y - m_from.y) * m_dy) / m_square;
-        return static_cast<std::uint8_t>(std::lround(std::clamp(part, 0.0, 1.0) * 255.0));
-    }
-
-private:
-    FlowPoint m_from;
-    double m_dx;
-    double m_dy;
-    double m_square;
-};
-
 /// How far a tube of this width reaches from its centre line where a pulse widens it, in points.
 double furthestEdge(double width)
 {
@@ -59,29 +33,28 @@ double furthestEdge(double width)
 
 } // namespace
 
-TubeLayout::TubeLayout(const Place& place)
-    : m_place(place), m_samples(sampleCurve(place.curve)), m_normals(orientedNormals(m_samples))
+TubeLayout::TubeLayout(const Key& key)
+    : m_key(key), m_samples(sampleCurve(key.curve)), m_normals(orientedNormals(m_samples))
 {
     m_arcStep = std::max(kArcStep, m_samples.length() / kMostArcSteps);
     m_arcSteps = static_cast<std::size_t>(std::lround(m_samples.length() / m_arcStep)) + 1;
-    placePixels();
-    placeGlow();
+    locatePixels();
+    locateGlow();
 }
 
-void TubeLayout::placePixels()
+void TubeLayout::locatePixels()
 {
-    const double point = 1.0 / m_place.scale; // of a pixel
-    const double reach = furthestEdge(m_place.widestTube) + point;
+    const double point = 1.0 / m_key.scale; // of a pixel
+    const double reach = furthestEdge(m_key.widestTube) + point;
     const double endReach = kGlassLook.rimLineWidth * 0.5 + point;
-    const BodyGradient gradient(m_place.curve);
-    TubePlaces places(m_samples, m_normals);
+    TubeLocator locator(m_samples, m_normals);
 
-    m_rows.reserve(static_cast<std::size_t>(m_place.height) + 1);
-    for (int y = 0; y < m_place.height; ++y) {
+    m_rows.reserve(static_cast<std::size_t>(m_key.height) + 1);
+    for (int y = 0; y < m_key.height; ++y) {
         m_rows.push_back(static_cast<std::uint32_t>(m_blocks.size()));
-        for (int x = 0; x < m_place.width; x += kBlockPixels) {
+        for (int x = 0; x < m_key.width; x += kBlockPixels) {
             const FlowPoint centre{(x + 0.5 * kBlockPixels) * point, (y + 0.5) * point};
-            if (!places.narrow(centre, 0.5 * kBlockPixels * point, reach))
+            if (!locator.narrow(centre, 0.5 * kBlockPixels * point, reach))
                 continue;
             TubeBlock block{};
             block.x = static_cast<std::uint16_t>(x);
@@ -93,17 +66,18 @@ void TubeLayout::placePixels()
             for (int i = 0; i < kBlockPixels; ++i) {
                 const auto lane = static_cast<std::size_t>(i);
                 block.distance[lane] = kFar;
-                if (x + i >= m_place.width) // past the row's end
+                if (x + i >= m_key.width) // past the row's end
                     continue;
                 const FlowPoint pixel{(x + i + 0.5) * point, (y + 0.5) * point};
-                const TubePlace found = places.place(pixel);
+                const TubeCoordinates found = locator.locate(pixel);
                 block.arc[lane] = static_cast<std::uint16_t>(std::min<std::size_t>(
                     static_cast<std::size_t>(std::lround(found.arc / m_arcStep)), m_arcSteps - 1));
-                block.gradient[lane] = gradient.at(pixel);
-                ends.inside[lane] = inPixelParts(found.inside * m_place.scale);
+                block.gradient[lane] = static_cast<std::uint8_t>(
+                    std::lround(gradientLocation(m_key.curve.p0, m_key.curve.p3, pixel) * 255.0));
+                ends.inside[lane] = inPixelParts(found.inside * m_key.scale);
                 if (std::abs(found.distance) > reach || found.inside < -endReach)
                     continue;
-                block.distance[lane] = inPixelParts(found.distance * m_place.scale);
+                block.distance[lane] = inPixelParts(found.distance * m_key.scale);
                 block.nearest
                     = std::min(block.nearest, static_cast<std::int16_t>(std::abs(block.distance[lane])));
                 nearEnd = nearEnd || found.inside < endReach;
@@ -120,18 +94,18 @@ void TubeLayout::placePixels()
     m_rows.push_back(static_cast<std::uint32_t>(m_blocks.size()));
 }
 
-void TubeLayout::placeGlow()
+void TubeLayout::locateGlow()
 {
-    const GlowGrid& grid = m_place.grid;
-    const double step = grid.step / m_place.scale;
-    const double reach = furthestEdge(m_place.widestTube) * kGlassLook.pulseHalo.upper + step;
-    TubePlaces places(m_samples, m_normals);
+    const GlowGrid& grid = m_key.grid;
+    const double step = grid.step / m_key.scale;
+    const double reach = furthestEdge(m_key.widestTube) * kGlassLook.pulseHalo.upper + step;
+    TubeLocator locator(m_samples, m_normals);
     for (int row = 1; row + 1 < grid.rows; ++row) {
         for (int column = 1; column + 1 < grid.columns; ++column) {
             const FlowPoint node{(column - grid.margin) * step, (row - grid.margin) * step};
-            if (!places.narrow(node, 0.0, reach))
+            if (!locator.narrow(node, 0.0, reach))
                 continue;
-            const TubePlace found = places.place(node);
+            const TubeCoordinates found = locator.locate(node);
             const double inside = std::clamp(found.inside / step + 0.5, 0.0, 1.0);
             if (inside == 0.0 || std::abs(found.distance) > reach)
                 continue;

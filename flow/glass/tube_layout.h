@@ -1,13 +1,11 @@
 // Which pixels and which cells of the glow are near a tube, and where each of them is along and
-// across it. This follows from the curve alone and stays while a window keeps its size; what moves
-// is looked up by it.
+// across it. This depends on the curve alone and stays while a window keeps its size; what moves is
+// looked up by it.
 #pragma once
 
-#include "flow/glass/bezier.h"
-#include "flow/glass/curve_normals.h"
-#include "flow/glass/curve_samples.h"
+#include "flow/glass/curve.h"
 #include "flow/glass/fixed_point.h"
-#include "flow/glass/glow_grid.h"
+#include "flow/glass/glow_field.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,7 +21,7 @@ struct TubeBlock {
     std::uint16_t x; ///< of the first pixel, a multiple of kBlockPixels
     std::uint16_t y;
     std::int16_t nearest; ///< the smallest |distance|
-    std::int16_t ends; ///< its place among the layout's ends, -1 if none of the pixels is near one
+    std::int16_t ends; ///< its index among the layout's ends, -1 if none of the pixels is near one
 };
 
 /// How far inside of the nearer end the pixels of a block are.
@@ -43,20 +41,20 @@ struct GlowSample {
 
 class TubeLayout {
 public:
-    /// What a layout follows from.
-    struct Place {
+    /// All that a layout depends on.
+    struct Key {
         Bezier curve;
         double scale = 1.0;
         int width = 0; ///< of the canvas in pixels
         int height = 0;
         double widestTube = 0.0; ///< points; no tube drawn by this layout is wider
         GlowGrid grid;
-        friend bool operator==(const Place&, const Place&) = default;
+        friend bool operator==(const Key&, const Key&) = default;
     };
 
-    explicit TubeLayout(const Place& place);
+    explicit TubeLayout(const Key& key);
 
-    [[nodiscard]] const Place& place() const { return m_place; }
+    [[nodiscard]] const Key& key() const { return m_key; }
     [[nodiscard]] const CurveSamples& samples() const { return m_samples; }
     [[nodiscard]] const CurveNormals& normals() const { return m_normals; }
 
@@ -65,24 +63,23 @@ public:
     [[nodiscard]] double arcStep() const { return m_arcStep; }
 
     /// The blocks in rows `top` to `bottom` - 1, the upper ones first.
-    [[nodiscard]] const TubeBlock* blocksFrom(int top) const { return m_blocks.data() + m_rows[at(top)]; }
+    [[nodiscard]] const TubeBlock* blocksFrom(int top) const { return m_blocks.data() + m_rows[index(top)]; }
     [[nodiscard]] const TubeBlock* blocksUntil(int bottom) const
     {
-        return m_blocks.data() + m_rows[at(bottom)];
+        return m_blocks.data() + m_rows[index(bottom)];
     }
     [[nodiscard]] const TubeEnds* ends() const { return m_ends.data(); }
 
     [[nodiscard]] const std::vector<GlowSample>& glowSamples() const { return m_glowSamples; }
 
-    /// Drawn in a frame lately; the painter keeps the books.
+    /// The latest frame that it was drawn in; set by the canvas.
     long lastFrame = 0;
 
 private:
-    [[nodiscard]] static std::size_t at(int row) { return static_cast<std::size_t>(row); }
-    void placePixels();
-    void placeGlow();
+    void locatePixels();
+    void locateGlow();
 
-    Place m_place;
+    Key m_key;
     CurveSamples m_samples;
     CurveNormals m_normals;
     std::size_t m_arcSteps = 0;

@@ -1,7 +1,6 @@
 #include "flow/glass/tube_motion.h"
 
 #include "flow/glass/glass_look.h"
-#include "flow/glass/swell_runs.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +19,7 @@ void fillGradients(
     const TubeProfile& profile, const SwellStripe& stripe, std::array<float, kCurveSampleCount>& swell)
 {
     swell.fill(0.0F);
-    for (const SwellRun& run : SwellRuns(profile)) {
+    for (const SwellRun& run : swellRuns(profile)) {
         for (std::size_t i = run.first; i <= run.last; ++i)
             swell[i] = static_cast<float>(swellOfGradient(profile, run, profile[i].at(middle(stripe))));
     }
@@ -37,14 +36,14 @@ std::uint32_t wholeNumber(float positive)
 void TubeMotion::update(const TubeLayout& layout, double width, double travelled)
 {
     m_profile = tubeProfile(layout.samples(), layout.normals(), width, travelled);
-    m_glints = TubeGlints(m_profile, width);
+    m_glints = tubeGlints(m_profile, width);
     fillGradients(m_profile, kGlassLook.pulseHalo, m_halo);
     fillGradients(m_profile, kGlassLook.pulseCore, m_core);
     fillGradients(m_profile, kGlassLook.pulseHighlight, m_highlight);
 
     const auto widest = std::max_element(m_profile.begin(), m_profile.end(),
         [](const TubeSection& a, const TubeSection& b) { return a.half < b.half; });
-    const double edge = (widest->half + 0.5 * kGlassLook.rimLineWidth) * layout.place().scale + 0.5;
+    const double edge = (widest->half + 0.5 * kGlassLook.rimLineWidth) * layout.key().scale + 0.5;
     m_reach = static_cast<int>(std::ceil(edge * kPixel)) + 1;
     fillColumns(layout);
 }
@@ -52,7 +51,7 @@ void TubeMotion::update(const TubeLayout& layout, double width, double travelled
 void TubeMotion::fillColumns(const TubeLayout& layout)
 {
     m_columns.resize(layout.arcSteps());
-    const auto perPoint = static_cast<float>(layout.place().scale * kPixel);
+    const auto perPoint = static_cast<float>(layout.key().scale * kPixel);
     const auto perStep = static_cast<float>(layout.arcStep());
     constexpr auto kCore = static_cast<float>(kGlassLook.pulseCore.opacity * kOpaque);
     constexpr auto kHighlight = static_cast<float>(kGlassLook.pulseHighlight.opacity * kOpaque);

@@ -1,8 +1,8 @@
-// What of a tube changes from frame to frame: how wide it is and how strong its pulses shine, step
+// What of a tube changes from frame to frame: how wide it is and how bright its pulses are, step
 // by step along it, and where it glints.
 #pragma once
 
-#include "flow/glass/tube_glints.h"
+#include "flow/glass/glint.h"
 #include "flow/glass/tube_layout.h"
 #include "flow/glass/tube_profile.h"
 
@@ -23,7 +23,7 @@ using TubeColumn = std::uint32_t;
 
 class TubeMotion {
 public:
-    /// The tube of `layout` at one moment. Nothing is left of the moment before.
+    /// The tube of `layout` at one moment. Nothing of the moment before is kept.
     void update(const TubeLayout& layout, double width, double travelled);
 
     /// One for each of the layout's steps.
@@ -34,7 +34,7 @@ public:
     /// The swell that colours the halo, one for each section.
     [[nodiscard]] const std::array<float, kCurveSampleCount>& halo() const { return m_halo; }
 
-    [[nodiscard]] const TubeGlints& glints() const { return m_glints; }
+    [[nodiscard]] const AlongTube<TubeGlint>& glints() const { return m_glints; }
 
     /// Nothing but glow and glints is further from the centre line, in 1/256 pixel.
     [[nodiscard]] int reach() const { return m_reach; }
@@ -43,7 +43,7 @@ private:
     void fillColumns(const TubeLayout& layout);
 
     TubeProfile m_profile{};
-    TubeGlints m_glints{TubeProfile{}, 0.0};
+    AlongTube<TubeGlint> m_glints;
     std::array<float, kCurveSampleCount> m_halo{};
     std::array<float, kCurveSampleCount> m_core{};
     std::array<float, kCurveSampleCount> m_highlight{};

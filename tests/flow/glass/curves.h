@@ -1,8 +1,7 @@
 // Curves and pictures that the tests of the glass tubes share.
 #pragma once
 
-#include "flow/glass/curve_normals.h"
-#include "flow/glass/curve_samples.h"
+#include "flow/glass/curve.h"
 #include "flow/glass/flow_color.h"
 #include "flow/glass/glass_canvas.h"
 #include "flow/glass/tube_profile.h"

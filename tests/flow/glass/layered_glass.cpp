@@ -1,9 +1,7 @@
 #include "tests/flow/glass/layered_glass.h"
 
-#include "flow/glass/curve_normals.h"
-#include "flow/glass/curve_samples.h"
-#include "flow/glass/swell_runs.h"
-#include "flow/glass/tube_glints.h"
+#include "flow/glass/curve.h"
+#include "flow/glass/glint.h"
 #include "flow/glass/tube_profile.h"
 
 #include <QColor>
@@ -99,7 +97,7 @@ private:
 
     void swellBand(QPainter& painter, double a, double b, const Color& color, double factor) const
     {
-        for (const SwellRun& run : SwellRuns(m_profile)) {
+        for (const SwellRun& run : swellRuns(m_profile)) {
             QLinearGradient gradient(pointOf(m_profile[run.first].p), pointOf(m_profile[run.last].p));
             QGradientStops stops;
             for (std::size_t i = run.first; i <= run.last; ++i) {
@@ -152,7 +150,7 @@ private:
 
     void glints()
     {
-        for (const TubeGlint& glint : TubeGlints(m_profile, m_flow.width)) {
+        for (const TubeGlint& glint : tubeGlints(m_profile, m_flow.width)) {
             const QPointF c = pointOf(glint.centre);
             const double s = glint.size;
             QRadialGradient disc(c, 2.4 * s);

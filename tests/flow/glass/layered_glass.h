@@ -1,7 +1,7 @@
 // Glass tubes painted the obvious way: one call of the toolkit's painter for each layer.
 #pragma once
 
-#include "flow/glass/bezier.h"
+#include "flow/glass/curve.h"
 #include "flow/glass/flow_color.h"
 
 #include <QImage>

@@ -1,13 +1,24 @@
-// How much of each pixel's light a glint is: a soft disc, a cross on it and a dot on that. All of
-// it is white, so one opacity says it.
+// The small stars of light that strong pulses throw: where they are, and how much of each pixel they
+// cover.
 #pragma once
 
-#include "flow/glass/tube_glints.h"
+#include "flow/glass/tube_profile.h"
 
 #include <cstdint>
 
 namespace amperly::glass {
 
+struct TubeGlint {
+    FlowPoint centre;
+    double size = 0.0; ///< points; the disc and the arms are multiples of it
+    double k = 0.0; ///< the swell it sits on, which its opacities are proportional to
+};
+
+/// The glints of one profile. `width` is the tube's where no pulse is, in points.
+[[nodiscard]] AlongTube<TubeGlint> tubeGlints(const TubeProfile& profile, double width);
+
+/// A glint in pixels: a soft disc, a cross on it and a dot on that. All of it is white, so that one
+/// opacity says it.
 class GlintLight {
 public:
     /// On a canvas of so many pixels.

@@ -1,15 +1,14 @@
-// Where a place is, as a tube sees it: how far along, and how far to the side.
+// Where a point is along and across a tube.
 #pragma once
 
-#include "flow/glass/curve_normals.h"
-#include "flow/glass/curve_samples.h"
+#include "flow/glass/curve.h"
 
 #include <cstddef>
 
 namespace amperly::glass {
 
 /// Points, but for `sample` and `beyond`.
-struct TubePlace {
+struct TubeCoordinates {
     std::size_t sample = 0; ///< the curve's sample before the foot on the centre line
     double beyond = 0.0; ///< how much of the way to the next sample the foot is, from 0 to 1
     double arc = 0.0; ///< along the centre line
@@ -17,18 +16,18 @@ struct TubePlace {
     double inside = 0.0; ///< from the nearer end, negative before the start and behind the end
 };
 
-/// Finds places near one tube.
-class TubePlaces {
+/// Finds the coordinates of points near one tube.
+class TubeLocator {
 public:
     /// Both are borrowed.
-    TubePlaces(const CurveSamples& samples, const CurveNormals& normals);
+    TubeLocator(const CurveSamples& samples, const CurveNormals& normals);
 
-    /// From here on only the samples that can be the nearest to a place within `radius` of `centre`
-    /// are looked at. False if none is within `reach` of any such place.
+    /// From here on only the samples that can be the nearest to a point within `radius` of `centre`
+    /// are looked at. False if none is within `reach` of any such point.
     bool narrow(const FlowPoint& centre, double radius, double reach);
 
-    /// The place of a point that narrow() was told of.
-    [[nodiscard]] TubePlace place(const FlowPoint& point) const;
+    /// The coordinates of a point that narrow() was told of.
+    [[nodiscard]] TubeCoordinates locate(const FlowPoint& point) const;
 
 private:
     /// How far `point` is ahead of a sample, along the tube.
@@ -39,7 +38,7 @@ private:
     FlowPoint m_least; ///< the corners of the box around all samples
     FlowPoint m_most;
     double m_halfSection = 0.0; ///< of the longest section
-    double m_side; ///< see upperSide(): it tells which way along a normal is turned
+    double m_side; ///< see upperSide(): it tells to which side of the tangent normals were turned
     std::size_t m_firstCandidate = 0;
     std::size_t m_lastCandidate = kCurveSampleCount - 1;
 };

@@ -1,4 +1,4 @@
-#include "flow/glass/glint_light.h"
+#include "flow/glass/glint.h"
 
 #include "flow/glass/fixed_point.h"
 #include "flow/glass/glass_look.h"
@@ -21,6 +21,21 @@ float covered(float distance, float reach)
 
 } // namespace
 
+AlongTube<TubeGlint> tubeGlints(const TubeProfile& profile, double width)
+{
+    AlongTube<TubeGlint> glints;
+    for (std::size_t i = 1; i + 1 < profile.size(); ++i) {
+        const double k = profile[i].k;
+        const bool isPeak = profile[i - 1].k <= k && profile[i + 1].k < k;
+        if (k <= kGlassLook.leastSwellOfGlint || !isPeak)
+            continue;
+        glints.add({.centre = profile[i].at(kGlassLook.glintPosition),
+            .size = std::max(width * kGlassLook.glintSize, kGlassLook.leastGlintSize) * k,
+            .k = k});
+    }
+    return glints;
+}
+
 GlintLight::GlintLight(const TubeGlint& glint, int width, int height, double scale)
     : m_x(static_cast<float>(glint.centre.x * scale))
     , m_y(static_cast<float>(glint.centre.y * scale))
@@ -34,8 +49,8 @@ GlintLight::GlintLight(const TubeGlint& glint, int width, int height, double sca
     , m_k(static_cast<float>(glint.k))
 {
     const float reach = std::max({m_discRadius, m_armAcross, m_armUp, m_dotRadius}) + 1.0F;
-    const auto within = [](float place, int most) {
-        return static_cast<int>(std::clamp(place, 0.0F, static_cast<float>(most)));
+    const auto within = [](float position, int most) {
+        return static_cast<int>(std::clamp(position, 0.0F, static_cast<float>(most)));
     };
     m_left = within(m_x - reach, width);
     m_right = within(m_x + reach + 1.0F, width);

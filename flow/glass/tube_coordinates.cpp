@@ -1,4 +1,4 @@
-#include "flow/glass/tube_place.h"
+#include "flow/glass/tube_coordinates.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +17,7 @@ double squaredDistance(const FlowPoint& a, const FlowPoint& b)
 
 } // namespace
 
-TubePlaces::TubePlaces(const CurveSamples& samples, const CurveNormals& normals)
+TubeLocator::TubeLocator(const CurveSamples& samples, const CurveNormals& normals)
     : m_samples(samples)
     , m_normals(normals)
     , m_least(samples.points.front())
@@ -32,7 +32,7 @@ TubePlaces::TubePlaces(const CurveSamples& samples, const CurveNormals& normals)
         m_halfSection = std::max(m_halfSection, 0.5 * (samples.lengths[i] - samples.lengths[i - 1]));
 }
 
-bool TubePlaces::narrow(const FlowPoint& centre, double radius, double reach)
+bool TubeLocator::narrow(const FlowPoint& centre, double radius, double reach)
 {
     const double outside
         = std::max({m_least.x - centre.x, centre.x - m_most.x, m_least.y - centre.y, centre.y - m_most.y});
@@ -55,14 +55,14 @@ bool TubePlaces::narrow(const FlowPoint& centre, double radius, double reach)
     return true;
 }
 
-double TubePlaces::ahead(const FlowPoint& point, std::size_t sample) const
+double TubeLocator::ahead(const FlowPoint& point, std::size_t sample) const
 {
     const FlowPoint& n = m_normals[sample];
     const FlowPoint& p = m_samples.points[sample];
     return ((point.x - p.x) * n.y - (point.y - p.y) * n.x) * m_side;
 }
 
-TubePlace TubePlaces::place(const FlowPoint& point) const
+TubeCoordinates TubeLocator::locate(const FlowPoint& point) const
 {
     std::size_t nearest = m_firstCandidate;
     double least = squaredDistance(point, m_samples.points[nearest]);
@@ -92,15 +92,15 @@ TubePlace TubePlaces::place(const FlowPoint& point) const
     const FlowPoint foot{between(p0.x, p1.x), between(p0.y, p1.y)};
     const FlowPoint normal{between(n0.x, n1.x), between(n0.y, n1.y)};
 
-    TubePlace place{.sample = sample, .beyond = beyond};
-    place.arc = between(m_samples.lengths[sample], m_samples.lengths[sample + 1]);
-    place.distance = (point.x - foot.x) * normal.x + (point.y - foot.y) * normal.y;
-    place.inside = std::min(place.arc, m_samples.length() - place.arc);
+    TubeCoordinates coordinates{.sample = sample, .beyond = beyond};
+    coordinates.arc = between(m_samples.lengths[sample], m_samples.lengths[sample + 1]);
+    coordinates.distance = (point.x - foot.x) * normal.x + (point.y - foot.y) * normal.y;
+    coordinates.inside = std::min(coordinates.arc, m_samples.length() - coordinates.arc);
     if (sample == 0 && fromHere < 0.0)
-        place.inside = fromHere;
+        coordinates.inside = fromHere;
     else if (sample + 1 == kLast && toNext < 0.0)
-        place.inside = toNext;
-    return place;
+        coordinates.inside = toNext;
+    return coordinates;
 }
 
 } // namespace amperly::glass
