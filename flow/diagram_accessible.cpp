@@ -48,8 +48,8 @@ public:
     {
         if (m_diagram == nullptr)
             return {};
-        const QRect place = m_diagram->nodeRect(m_node);
-        return {m_diagram->mapToGlobal(place.topLeft()), place.size()};
+        const QRect area = m_diagram->nodeRect(m_node);
+        return {m_diagram->mapToGlobal(area.topLeft()), area.size()};
     }
 
 private:

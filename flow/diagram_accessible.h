@@ -5,7 +5,7 @@ namespace amperly {
 
 class FlowDiagram;
 
-/// From now on assistive technology is told of diagrams. To be called once or more.
+/// Makes diagrams known to assistive technology. To be called once or more.
 void makeDiagramsAccessible();
 
 /// The sentences of `diagram` may have changed.

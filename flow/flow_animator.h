@@ -9,7 +9,7 @@
 
 namespace amperly {
 
-/// The three ways that power takes, in watts, none negative.
+/// The three flows of power, in watts, none negative.
 struct Flows {
     double chargerToMac = 0.0;
     double chargerToBattery = 0.0;
@@ -17,7 +17,7 @@ struct Flows {
     friend bool operator==(const Flows&, const Flows&) = default;
 };
 
-/// What a sample says of the flows. A figure that is not known feeds none.
+/// What a sample says of the flows. A figure that is not known makes none.
 [[nodiscard]] Flows flowTargets(const PowerSample& sample);
 
 /// An adapter or an input of less than this, in watts, counts as delivering nothing.

@@ -114,11 +114,11 @@ double FlowNode::glowOpacity(double elapsed) const
 {
     if (!m_content.active)
         return kNodeLook.glowInactive;
-    const double breath = breathing(elapsed, kNodeLook.breathSeconds);
-    return kNodeLook.glowIn + (kNodeLook.glowOut - kNodeLook.glowIn) * breath;
+    const double breath = breathe(elapsed, kNodeLook.breathSeconds);
+    return kNodeLook.glowDim + (kNodeLook.glowBright - kNodeLook.glowDim) * breath;
 }
 
-QPointF FlowNode::valuePlace() const
+QPointF FlowNode::valueCorner() const
 {
     return {(kNodeWidth - m_value.width()) / 2.0, columnTop() + kNodeLook.symbolHeight + kNodeLook.spacing};
 }
@@ -130,7 +130,7 @@ void FlowNode::drawSheet(QPainter& painter, const QPalette& palette) const
     // All edges on whole pixels, whatever the scale.
     const double scale = pixelScale(painter);
     const QRectF outer(0.0, 0.0, onPixels(kNodeWidth, scale), onPixels(kNodeHeight, scale));
-    const double line = std::max(1.0, std::round(kNodeLook.borderLine * scale)) / scale;
+    const double line = std::max(1.0, std::round(kNodeLook.borderWidth * scale)) / scale;
     const QPainterPath shape = smoothRectangle(outer, kNodeLook.corner);
 
     painter.setPen(Qt::NoPen);
@@ -165,12 +165,12 @@ void FlowNode::drawSymbol(QPainter& painter, const QPalette& palette) const
 void FlowNode::drawTitle(QPainter& painter, const QPalette& palette) const
 {
     const double scale = pixelScale(painter);
-    const double room = kNodeWidth - 2.0 * kNodeLook.sidePadding;
+    const double width = kNodeWidth - 2.0 * kNodeLook.sidePadding;
     const QString full = QString::fromStdString(m_content.title);
-    const QFont font = fittingTitleFont(full, room);
+    const QFont font = fittingTitleFont(full, width);
     const QFontMetricsF metrics(font);
-    const QString title = metrics.elidedText(full, Qt::ElideRight, room);
-    const double baseline = valuePlace().y() + m_value.height() + kNodeLook.spacing
+    const QString title = metrics.elidedText(full, Qt::ElideRight, width);
+    const double baseline = valueCorner().y() + m_value.height() + kNodeLook.spacing
         + QFontMetricsF(textFont(TextStyle::Caption2)).ascent();
     painter.setFont(font);
     painter.setPen(secondaryColor(palette, m_display));
@@ -199,11 +199,11 @@ void FlowNode::draw(const QPalette& palette, double scale)
         // rounded to other pixels, and be seen through twice where the node is.
         m_whole = m_body;
         QPainter painter(&m_whole);
-        m_value.paint(painter, valuePlace(), valueColor(palette));
+        m_value.paint(painter, valueCorner(), valueColor(palette));
     }
 }
 
-void FlowNode::paint(QPainter& painter, const QPointF& place, const QPalette& palette, double glow)
+void FlowNode::paint(QPainter& painter, const QPointF& corner, const QPalette& palette, double glow)
 {
     const double scale = pixelScale(painter);
     draw(palette, scale);
@@ -211,9 +211,9 @@ void FlowNode::paint(QPainter& painter, const QPointF& place, const QPalette& pa
     const double before = painter.opacity();
     const double opacity = before * kNodeLook.opacity.of(m_content.active);
     painter.setOpacity(opacity * glow);
-    drawOnPixels(painter, place - QPointF(kNodeLook.glowReach, kNodeLook.glowReach), m_glow);
+    drawOnPixels(painter, corner - QPointF(kNodeLook.glowReach, kNodeLook.glowReach), m_glow);
     painter.setOpacity(opacity);
-    drawOnPixels(painter, place, m_whole);
+    drawOnPixels(painter, corner, m_whole);
     painter.setOpacity(before);
 }
 

@@ -1,11 +1,11 @@
 // One node of the power flow diagram: a rounded sheet of tinted glass with a symbol, a value and
 // a title. While power flows through it, a glow around it swells and fades.
 //
-// All that keeps still is drawn once for each scale; at a frame only the glow's opacity and, for a
-// moment, a value that rolls are new.
+// What does not move is drawn once for each scale; from frame to frame only the glow's opacity and,
+// for a moment, a rolling value change.
 #pragma once
 
-#include "flow/node_content.h"
+#include "flow/panel_content.h"
 #include "flow/rolling_text.h"
 
 #include <QImage>
@@ -38,9 +38,9 @@ public:
     /// Opacity of the glow at `elapsed` seconds after the diagram appeared.
     [[nodiscard]] double glowOpacity(double elapsed) const;
 
-    /// Paints glow and node with the node's upper left corner at `place`. `glow` is the glow's
+    /// Paints glow and node with the node's upper left corner at `corner`. `glow` is the glow's
     /// opacity.
-    void paint(QPainter& painter, const QPointF& place, const QPalette& palette, double glow);
+    void paint(QPainter& painter, const QPointF& corner, const QPalette& palette, double glow);
 
 private:
     /// Draws what has changed since the last time.
@@ -48,7 +48,7 @@ private:
     void drawSheet(QPainter& painter, const QPalette& palette) const;
     void drawSymbol(QPainter& painter, const QPalette& palette) const;
     void drawTitle(QPainter& painter, const QPalette& palette) const;
-    [[nodiscard]] QPointF valuePlace() const;
+    [[nodiscard]] QPointF valueCorner() const;
 
     NodeContent m_content;
     const DisplaySettings& m_display;
@@ -57,7 +57,7 @@ private:
     double m_scale = 0.0;
     QImage m_glow;
     QImage m_body; ///< all but the value
-    QImage m_whole; ///< with the value as it shows
+    QImage m_whole; ///< with the value
 };
 
 } // namespace amperly

@@ -2,18 +2,20 @@
 
 #include "flow/flow_diagram.h"
 #include "flow/flow_header.h"
-#include "flow/hairline.h"
-#include "flow/no_data.h"
+#include "flow/spoken_text.h"
 #include "platform/desktop.h"
 #include "platform/display_settings.h"
 #include "prefs/pref.h"
+#include "render/look/pixel_painting.h"
 #include "render/look/quiet_button.h"
 #include "render/look/text_style.h"
+#include "render/look/window_colors.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeySequence>
 #include <QMetaObject>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -36,6 +38,51 @@ constexpr PanelLook kPanel;
 constexpr QMargins kSpill{
     kPanel.padding - kPanel.edge, kPanel.spacing, kPanel.padding - kPanel.edge, kPanel.spacing};
 
+/// A thin line between two parts of the panel, one point high and on whole pixels.
+class Divider : public QWidget {
+public:
+    Divider(const DisplaySettings& display, QWidget* parent) : QWidget(parent), m_display(display)
+    {
+        setFixedHeight(1);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        // At fractional scales the widget does not begin on a pixel; a picture of the line does.
+        const double scale = pixelScale(painter);
+        QImage line = clearPicture({static_cast<double>(width()), onPixels(1.0, scale)}, scale);
+        line.fill(separatorColor(palette(), m_display));
+        drawOnPixels(painter, {}, line);
+    }
+
+private:
+    const DisplaySettings& m_display;
+};
+
+/// What the panel shows while there is no reading.
+class NoData : public SpokenText {
+public:
+    explicit NoData(const DisplaySettings& display) : m_display(display)
+    {
+        say(QStringLiteral("No power data available"));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setFont(textFont(TextStyle::Body));
+        painter.setPen(secondaryColor(palette(), m_display));
+        painter.drawText(rect(), Qt::AlignCenter, accessibleName());
+    }
+
+private:
+    const DisplaySettings& m_display;
+};
+
 /// A column of one widget, set in from the sides of the panel.
 QVBoxLayout* inset(QWidget* widget, const QMargins& margins)
 {
@@ -52,6 +99,7 @@ FlowPanel::FlowPanel(LiveModel& live, const PanelServices& services, std::functi
     , m_services(services)
     , m_column(new QVBoxLayout(this))
     , m_readings(new QVBoxLayout)
+    , m_divider(new Divider(services.display, this))
     , m_moves(!services.display.reducesMotion())
 {
     setFixedWidth(kPanel.width);
@@ -59,7 +107,7 @@ FlowPanel::FlowPanel(LiveModel& live, const PanelServices& services, std::functi
     m_column->setSpacing(0);
     m_readings->setSpacing(0);
     m_column->addLayout(m_readings);
-    m_column->addLayout(inset(new Hairline(m_services.display), {kPanel.padding, 0, kPanel.padding, 0}));
+    m_column->addLayout(inset(m_divider, {kPanel.padding, 0, kPanel.padding, 0}));
     addFooter(std::move(openSettings));
 
     // The change is announced before it is made: look at it when the event loop comes round.
@@ -90,7 +138,7 @@ void FlowPanel::addFooter(std::function<void()> openSettings)
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
 
     auto* const footer = new QHBoxLayout;
-    // The words, not the buttons' own grounds, stand in line with what is above them.
+    // The buttons' texts, not their backgrounds, line up with what is above them.
     const int side = kPanel.padding - QuietButton::kSidePadding;
     const int above = (quit->sizeHint().height() - quit->fontMetrics().height()) / 2;
     footer->setContentsMargins(side, kPanel.spacing - above, side, kPanel.padding - above);
@@ -163,7 +211,7 @@ void FlowPanel::advance(double now)
 {
     m_header->advance(now);
     m_diagram->advance(now);
-    // All of it in one go, now, while the display waits for it.
+    // Header and diagram are painted together, now, while the display waits for them.
     QEvent paint(QEvent::UpdateRequest);
     QCoreApplication::sendEvent(window(), &paint);
 }
@@ -177,7 +225,7 @@ void FlowPanel::showEvent(QShowEvent* event)
 void FlowPanel::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    // The wish for motion changes with the desktop's looks, and is told of in the same way.
+    // Whether things may move is announced like a change of the desktop's colours.
     if (event->type() == QEvent::PaletteChange && m_moves == m_services.display.reducesMotion()) {
         m_moves = !m_moves;
         refresh();

@@ -1,5 +1,5 @@
 // What the popover shows: the computer's draw and what charger and battery do in words, the power
-// flow diagram, and the ways to settings, donation page and end.
+// flow diagram, and buttons for settings, donation page and quitting.
 //
 // It keeps nothing of its own: everything follows the latest reading.
 #pragma once
@@ -19,7 +19,6 @@ class Desktop;
 class DisplaySettings;
 class FlowDiagram;
 class FlowHeader;
-class NoData;
 
 /// What the panel needs of the desktop; all of it must outlive the panel.
 struct PanelServices {
@@ -43,7 +42,10 @@ public:
     [[nodiscard]] FlowDiagram* diagram() const { return m_diagram; }
 
     /// Null while there is a reading.
-    [[nodiscard]] NoData* noData() const { return m_noData; }
+    [[nodiscard]] QWidget* noData() const { return m_noData; }
+
+    /// The line above the footer.
+    [[nodiscard]] QWidget& divider() const { return *m_divider; }
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -63,9 +65,10 @@ private:
     const PanelServices m_services;
     QVBoxLayout* m_column;
     QVBoxLayout* m_readings;
+    QWidget* m_divider;
     FlowHeader* m_header = nullptr;
     FlowDiagram* m_diagram = nullptr;
-    NoData* m_noData = nullptr;
+    QWidget* m_noData = nullptr;
     bool m_moves;
     std::unique_ptr<FrameClock::Run> m_run;
     LiveModel::Subscription m_subscription;

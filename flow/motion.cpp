@@ -8,7 +8,7 @@ namespace amperly {
 
 namespace {
 
-/// Of the spring's way: half a pixel of a thousand.
+/// Of the distance: half a pixel of a thousand.
 constexpr double kLeftOver = 0.0005;
 
 /// One coordinate of the cubic from 0 to 1 with the given inner points.
@@ -48,7 +48,7 @@ double Spring::settlingSeconds() const
 
 double easeInOut(double fraction)
 {
-    constexpr double kFirst = 0.42; // the inner points in time; on the way they are 0 and 1
+    constexpr double kFirst = 0.42; // the inner points in time; in distance they are 0 and 1
     constexpr double kSecond = 0.58;
     constexpr int kSteps = 6; // Newton's; the slope is never near 0, so these are plenty
 
@@ -59,7 +59,7 @@ double easeInOut(double fraction)
     return cubic(0.0, 1.0, std::clamp(t, 0.0, 1.0));
 }
 
-double breathing(double elapsed, double seconds)
+double breathe(double elapsed, double seconds)
 {
     const double phase = std::fmod(std::max(elapsed, 0.0), 2.0 * seconds) / seconds;
     return easeInOut(phase <= 1.0 ? phase : 2.0 - phase);

@@ -4,7 +4,7 @@
 
 namespace amperly {
 
-/// A spring that is let go at 0 and comes to rest at 1. `response` is its period without damping,
+/// A spring that is released at 0 and comes to rest at 1. `response` is its period without damping,
 /// in seconds; a `damping` of 1 is the least that does not overshoot.
 struct Spring {
     double response = 0.0;
@@ -13,15 +13,15 @@ struct Spring {
     /// Where the spring is; exactly 1 from settlingSeconds() on.
     [[nodiscard]] double at(double elapsed) const;
 
-    /// After so long what is left of the swing can no longer be seen.
+    /// After so long what is left of the oscillation can no longer be seen.
     [[nodiscard]] double settlingSeconds() const;
 };
 
-/// The usual curve that starts and ends at rest: `fraction` of the time, of which what lies
-/// outside 0 to 1 counts as the nearer of the two, to the fraction of the way.
+/// The usual curve that starts and ends slowly, from a fraction of the time, clamped to 0 to 1, to
+/// the fraction of the distance.
 [[nodiscard]] double easeInOut(double fraction);
 
 /// From 0 to 1 in `seconds`, eased, back again as long, and so on for ever.
-[[nodiscard]] double breathing(double elapsed, double seconds);
+[[nodiscard]] double breathe(double elapsed, double seconds);
 
 } // namespace amperly

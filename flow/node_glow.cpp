@@ -68,7 +68,7 @@ public:
         }
     }
 
-    /// At a place in points from the picture's corner.
+    /// At a point, in points from the picture's corner.
     [[nodiscard]] double at(double x, double y) const
     {
         const int column = std::clamp(static_cast<int>(x), 0, m_columns - 2);

@@ -25,15 +25,15 @@ struct NodeLook {
     ByActivity tint{.active = 0.1, .inactive = 0.03};
     double gloss = 0.1; ///< white at the top, nothing from the middle on
 
-    double borderLine = 1.0;
+    double borderWidth = 1.0;
     ByActivity borderWhite{.active = 0.45, .inactive = 0.15}; ///< at the upper left
     ByActivity borderTint{.active = 0.55, .inactive = 0.12}; ///< halfway
     ByActivity borderEnd{.active = 0.2, .inactive = 0.05}; ///< at the lower right
 
     double glowSigma = 9.0;
-    double glowReach = 16.0; ///< beyond the node, where the rest of the glow has faded out
-    double glowIn = 0.1; ///< breathed in
-    double glowOut = 0.38;
+    double glowReach = 16.0; ///< beyond the node, where the glow has faded out
+    double glowDim = 0.1; ///< of an active node, at its darkest
+    double glowBright = 0.38;
     double glowInactive = 0.05;
     double breathSeconds = 2.8;
 

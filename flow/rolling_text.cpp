@@ -17,7 +17,7 @@ namespace {
 
 constexpr double kRollSeconds = 0.4;
 constexpr double kRise = 0.6; ///< of the line's height: how far a digit moves while it fades
-constexpr double kOverhang = 2.0; ///< points around a character's cell for what stands out of it
+constexpr double kOverhang = 2.0; ///< points around a character's cell, for glyphs that reach beyond it
 
 char32_t firstCodePoint(const QString& character)
 {
@@ -50,7 +50,7 @@ void RollingText::setText(const QString& text)
 {
     if (text == this->text())
         return;
-    // Characters on their way arrive first: from where they are there is no other way that is smooth.
+    // Characters that move come to their end first: from where they are no other movement is smooth.
     if (m_rolling && m_progress > 0.0) {
         m_next = text;
         return;
@@ -70,7 +70,7 @@ bool RollingText::advance(double now)
         m_start = now;
     const double elapsed = now - *m_start;
     if (elapsed >= kRollSeconds) {
-        arrive();
+        finish();
         if (m_next) {
             setText(*std::exchange(m_next, std::nullopt));
             m_start = now;
@@ -85,10 +85,10 @@ void RollingText::settle()
 {
     m_text = text();
     m_next.reset();
-    arrive();
+    finish();
 }
 
-void RollingText::arrive()
+void RollingText::finish()
 {
     m_rolling = false;
     m_progress = 1.0;
@@ -123,43 +123,43 @@ double RollingText::advanceOf(const QString& character) const
     return widest;
 }
 
-std::vector<RollingText::Placed> RollingText::laidOut(const QString& text, double& width) const
+std::vector<RollingText::Positioned> RollingText::laidOut(const QString& text, double& width) const
 {
-    std::vector<Placed> placed;
+    std::vector<Positioned> positioned;
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype start = 0;
     width = 0.0;
     while (finder.toNextBoundary() >= 0) {
         const qsizetype end = finder.position();
-        placed.push_back({text.mid(start, end - start), width});
-        width += advanceOf(placed.back().character);
+        positioned.push_back({text.mid(start, end - start), width});
+        width += advanceOf(positioned.back().character);
         start = end;
     }
-    return placed;
+    return positioned;
 }
 
 void RollingText::match()
 {
     double widthBefore = 0.0;
-    const std::vector<Placed> before = laidOut(m_before, widthBefore);
-    const std::vector<Placed> after = laidOut(m_text, m_width);
+    const std::vector<Positioned> before = laidOut(m_before, widthBefore);
+    const std::vector<Positioned> after = laidOut(m_text, m_width);
     const double shift = m_anchor * (m_width - widthBefore);
     const std::size_t count = std::max(before.size(), after.size());
     m_cells.assign(count, {});
-    // From the end; a character without a partner fades where it stands.
+    // From the end; a character without a counterpart fades where it is.
     for (std::size_t fromEnd = 1; fromEnd <= count; ++fromEnd) {
         RollingCell& cell = m_cells[count - fromEnd];
         if (fromEnd <= before.size()) {
-            const Placed& one = before[before.size() - fromEnd];
+            const Positioned& one = before[before.size() - fromEnd];
             cell.from = one.character;
-            cell.fromPlace = cell.toPlace = one.place + shift;
+            cell.fromX = cell.toX = one.x + shift;
         }
         if (fromEnd <= after.size()) {
-            const Placed& one = after[after.size() - fromEnd];
+            const Positioned& one = after[after.size() - fromEnd];
             cell.to = one.character;
-            cell.toPlace = one.place;
+            cell.toX = one.x;
             if (fromEnd > before.size())
-                cell.fromPlace = one.place;
+                cell.fromX = one.x;
         }
     }
 }
@@ -191,24 +191,24 @@ const QImage& RollingText::glyph(const QString& character, const QColor& color, 
     return m_glyphs.back().picture;
 }
 
-void RollingText::paintGlyph(QPainter& painter, const QPointF& place, const QImage& picture, double opacity)
+void RollingText::paintGlyph(QPainter& painter, const QPointF& corner, const QImage& picture, double opacity)
 {
     if (opacity <= 0.0)
         return;
     const double before = painter.opacity();
     painter.setOpacity(before * opacity);
     const double overhang = onPixels(kOverhang, m_glyphScale);
-    drawOnPixels(painter, place - QPointF(overhang, overhang), picture);
+    drawOnPixels(painter, corner - QPointF(overhang, overhang), picture);
     painter.setOpacity(before);
 }
 
-void RollingText::paint(QPainter& painter, const QPointF& place, const QColor& color)
+void RollingText::paint(QPainter& painter, const QPointF& corner, const QColor& color)
 {
     const double scale = pixelScale(painter);
     const double rise = kRise * height();
     for (const RollingCell& cell : m_cells) {
-        const double left = cell.fromPlace + (cell.toPlace - cell.fromPlace) * m_progress;
-        const QPointF at = place + QPointF(left, 0.0);
+        const double left = cell.fromX + (cell.toX - cell.fromX) * m_progress;
+        const QPointF at = corner + QPointF(left, 0.0);
         if (cell.from == cell.to) {
             paintGlyph(painter, at, glyph(cell.to, color, scale), 1.0);
             continue;

@@ -1,5 +1,5 @@
-// A figure whose digits roll to their new value: those that stay keep still or glide to their
-// new place, those that change move up and out while the new ones follow from below, as in a
+// A figure whose digits roll to their new value: those that stay the same keep still or glide to
+// where they are then, those that change move up and out while the new ones follow from below, as in a
 // counter that counts up.
 //
 // All digits are equally wide, so that a figure keeps still while it changes. The distribution's
@@ -19,19 +19,19 @@ class QPainter;
 namespace amperly {
 
 /// One character on its way from one text to the next. Both texts are matched from their ends, so
-/// that a digit meets the one of the same worth.
+/// that a digit is matched with the one of the same power of ten.
 struct RollingCell {
     QString from; ///< empty where the text before was shorter
     QString to; ///< empty where the new text is shorter
-    double fromPlace = 0.0; ///< points from the left edge of the new text
-    double toPlace = 0.0;
+    double fromX = 0.0; ///< points from the left edge of the new text
+    double toX = 0.0;
     friend bool operator==(const RollingCell&, const RollingCell&) = default;
 };
 
 class RollingText {
 public:
-    /// `anchor` is the place in the text that keeps still when it becomes longer or shorter: 0
-    /// is its left edge, 1 its right one.
+    /// `anchor` is what of the text keeps still when it becomes longer or shorter: 0 is its left
+    /// edge, 1 its right one.
     explicit RollingText(const QFont& font, double anchor = 0.0);
 
     void setAnchor(double anchor);
@@ -46,7 +46,7 @@ public:
     /// One frame, at `now` in seconds. Returns whether it looks different from the one before.
     bool advance(double now);
 
-    /// Shows the text as it is, without a way to it.
+    /// Shows the text as it is, without rolling.
     void settle();
 
     [[nodiscard]] bool isRolling() const { return m_rolling; }
@@ -63,26 +63,26 @@ public:
 
     [[nodiscard]] const std::vector<RollingCell>& cells() const { return m_cells; }
 
-    /// Paints with the line's upper left corner at `place`. Characters are drawn once for each
+    /// Paints with the line's upper left corner at `corner`. Characters are drawn once for each
     /// colour and scale and then kept.
-    void paint(QPainter& painter, const QPointF& place, const QColor& color);
+    void paint(QPainter& painter, const QPointF& corner, const QColor& color);
 
 private:
     struct Glyph {
         QString character;
         QImage picture;
     };
-    struct Placed {
+    struct Positioned {
         QString character;
-        double place = 0.0;
+        double x = 0.0;
     };
 
     [[nodiscard]] double advanceOf(const QString& character) const;
-    [[nodiscard]] std::vector<Placed> laidOut(const QString& text, double& width) const;
+    [[nodiscard]] std::vector<Positioned> laidOut(const QString& text, double& width) const;
     void match();
-    void arrive();
+    void finish();
     const QImage& glyph(const QString& character, const QColor& color, double scale);
-    void paintGlyph(QPainter& painter, const QPointF& place, const QImage& picture, double opacity);
+    void paintGlyph(QPainter& painter, const QPointF& corner, const QImage& picture, double opacity);
 
     QFont m_font;
     double m_anchor;

@@ -46,9 +46,9 @@ Corner corner(double radius, double longest)
 }
 
 /// The corner at the upper right of a box, beginning at `start` on its upper side.
-void addCorner(QPainterPath& path, const Corner& made, const QTransform& place)
+void addCorner(QPainterPath& path, const Corner& made, const QTransform& toCorner)
 {
-    const auto at = [&](double along, double down) { return place.map(QPointF(along, down)); };
+    const auto at = [&](double along, double down) { return toCorner.map(QPointF(along, down)); };
     const double straight = made.first + made.second;
     const double arcStart = straight + made.third;
     path.cubicTo(at(made.first, 0.0), at(straight, 0.0), at(arcStart, made.drop));

@@ -24,7 +24,7 @@ struct PillLook {
     double sidePadding = 9.0;
     double topPadding = 4.0;
     double symbolSize = 11.0;
-    double symbolGap = 5.0; ///< between symbol and words
+    double symbolGap = 5.0; ///< between symbol and text
     double fill = 0.15;
 };
 constexpr PillLook kPill;
@@ -41,7 +41,8 @@ GlyphStyle symbolStyle()
 
 } // namespace
 
-StatusPill::StatusPill(QWidget* parent) : SpokenText(parent), m_room(std::numeric_limits<int>::max())
+StatusPill::StatusPill(QWidget* parent)
+    : SpokenText(parent), m_availableWidth(std::numeric_limits<int>::max())
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -55,11 +56,11 @@ void StatusPill::setPill(const Pill& pill)
     breakLines();
 }
 
-void StatusPill::setRoom(int width)
+void StatusPill::setAvailableWidth(int width)
 {
-    if (width == m_room)
+    if (width == m_availableWidth)
         return;
-    m_room = width;
+    m_availableWidth = width;
     breakLines();
 }
 
@@ -77,21 +78,21 @@ double StatusPill::lineHeight() const
 double StatusPill::widthOf(const QStringList& lines) const
 {
     const QFontMetricsF metrics(pillFont());
-    double words = 0.0;
+    double width = 0.0;
     for (const QString& line : lines)
-        words = std::max(words, metrics.horizontalAdvance(line));
-    return std::ceil(2.0 * kPill.sidePadding + symbolWidth() + kPill.symbolGap + words);
+        width = std::max(width, metrics.horizontalAdvance(line));
+    return std::ceil(2.0 * kPill.sidePadding + symbolWidth() + kPill.symbolGap + width);
 }
 
-QStringList StatusPill::inTwoLines(const QString& words) const
+QStringList StatusPill::inTwoLines(const QString& text) const
 {
     // At the dot, which ends the first line as a comma would; else where it gets narrowest.
-    const qsizetype dot = words.indexOf(QChar(0x00b7));
+    const qsizetype dot = text.indexOf(QChar(0x00b7));
     if (dot > 0)
-        return {words.left(dot + 1), words.mid(dot + 2)};
-    QStringList best{words};
-    for (qsizetype space = words.indexOf(u' '); space > 0; space = words.indexOf(u' ', space + 1)) {
-        const QStringList lines{words.left(space), words.mid(space + 1)};
+        return {text.left(dot + 1), text.mid(dot + 2)};
+    QStringList best{text};
+    for (qsizetype space = text.indexOf(u' '); space > 0; space = text.indexOf(u' ', space + 1)) {
+        const QStringList lines{text.left(space), text.mid(space + 1)};
         if (widthOf(lines) < widthOf(best))
             best = lines;
     }
@@ -100,10 +101,10 @@ QStringList StatusPill::inTwoLines(const QString& words) const
 
 void StatusPill::breakLines()
 {
-    const QString words = accessibleName();
-    QStringList lines{words};
-    if (widthOf(lines) > m_room)
-        lines = inTwoLines(words);
+    const QString text = accessibleName();
+    QStringList lines{text};
+    if (widthOf(lines) > m_availableWidth)
+        lines = inTwoLines(text);
     m_lines = lines;
     updateGeometry();
     update();

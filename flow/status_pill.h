@@ -1,8 +1,8 @@
 // How charger and battery share the work, as a phrase with a symbol in a coloured capsule. Where
-// one line has no room, it takes two.
+// the phrase is too long for one line, it takes two.
 #pragma once
 
-#include "flow/pill.h"
+#include "flow/panel_content.h"
 #include "flow/spoken_text.h"
 
 #include <QFont>
@@ -17,8 +17,8 @@ public:
     void setPill(const Pill& pill);
     [[nodiscard]] const Pill& shown() const { return m_pill; }
 
-    /// Points that it may be wide.
-    void setRoom(int width);
+    /// How wide it may be, in points.
+    void setAvailableWidth(int width);
     [[nodiscard]] int lineCount() const { return static_cast<int>(m_lines.size()); }
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -30,13 +30,13 @@ protected:
 
 private:
     void breakLines();
-    [[nodiscard]] QStringList inTwoLines(const QString& words) const;
+    [[nodiscard]] QStringList inTwoLines(const QString& text) const;
     [[nodiscard]] double widthOf(const QStringList& lines) const;
     [[nodiscard]] double symbolWidth() const;
     [[nodiscard]] double lineHeight() const;
 
     Pill m_pill;
-    int m_room;
+    int m_availableWidth;
     QStringList m_lines;
 };
 

@@ -63,7 +63,7 @@ protected:
     }
 };
 
-TEST_F(FlowDiagramPictureTest, EachTubeHasItsOwnColourWidthAndDistance)
+TEST_F(FlowDiagramPictureTest, EachTubeHasItsOwnColorWidthAndDistance)
 {
     // Flows that are far from equal have moved their pulses by different distances; where two of them
     // end and one begins, all three are there.
@@ -76,7 +76,7 @@ TEST_F(FlowDiagramPictureTest, EachTubeHasItsOwnColourWidthAndDistance)
     ASSERT_GT(std::abs(travelled[1] - travelled[2]), 2.0);
     const QImage picture = shown();
     const QImage expected = tubesAlone();
-    std::array<int, 3> coloured{}; // pixels that only one of the three flows can have lit so
+    std::array<int, 3> colored{}; // pixels that only one of the three flows can have lit so
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             if (!isClear(x, y))
@@ -87,10 +87,10 @@ TEST_F(FlowDiagramPictureTest, EachTubeHasItsOwnColourWidthAndDistance)
             if (color.value() < kLit)
                 continue;
             const int most = color.value();
-            coloured[color.green() == most ? 0 : color.blue() == most ? 1 : 2] += 1;
+            colored[color.green() == most ? 0 : color.blue() == most ? 1 : 2] += 1;
         }
     }
-    for (const int count : coloured)
+    for (const int count : colored)
         EXPECT_GT(count, 200);
 }
 

@@ -109,7 +109,7 @@ TEST_F(FlowDiagramTest, AnInactiveNodeIsDrawnAtLittleMoreThanHalfItsOpacity)
     EXPECT_NEAR(darkest, qGray(ground().rgb()) * (1.0 - 0.55), 4.0);
 }
 
-TEST_F(FlowDiagramTest, TheComputerWearsTheDesktopsOwnColour)
+TEST_F(FlowDiagramTest, TheComputerHasTheDesktopsOwnColor)
 {
     make(kOnBattery);
     EXPECT_NEAR(diagram->node(FlowDiagram::Node::Computer).content().tint.blue, 0xc6 / 255.0, 0.01);

@@ -163,7 +163,7 @@ TEST_P(FlowNodeTest, TheBorderRunsFromWhiteThroughTheTintToLessOfIt)
     EXPECT_EQ(at(shown, -0.1, 37.0), QColor(Qt::black));
 }
 
-TEST_P(FlowNodeTest, TheSymbolWearsTheTintWhereThereIsPower)
+TEST_P(FlowNodeTest, TheSymbolHasTheTintWhereThereIsPower)
 {
     FlowNode node(content(GetParam()), display);
     const QImage shown = picture(node);

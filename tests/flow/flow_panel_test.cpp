@@ -1,5 +1,3 @@
-#include "flow/hairline.h"
-#include "flow/no_data.h"
 #include "prefs/pref.h"
 #include "render/look/quiet_button.h"
 #include "tests/flow/panel_fixture.h"
@@ -31,13 +29,7 @@ protected:
     /// Pixels between one and the other below it.
     static int gap(const QRect& upper, const QRect& lower) { return lower.top() - upper.bottom() - 1; }
 
-    [[nodiscard]] QRect divider() const
-    {
-        const QList<QWidget*> children = panel->findChildren<QWidget*>();
-        const auto line = std::find_if(children.begin(), children.end(),
-            [](QWidget* child) { return dynamic_cast<Hairline*>(child) != nullptr; });
-        return line == children.end() ? QRect() : (*line)->geometry();
-    }
+    [[nodiscard]] QRect divider() const { return panel->divider().geometry(); }
 
     /// The line of the footer's words; the grounds of its buttons reach further.
     [[nodiscard]] QRect footerWords() const
@@ -252,7 +244,7 @@ TEST_F(FlowPanelTest, TabGoesThroughTheFooterAndPastTheDiagram)
 
 // What is seen
 
-TEST_F(FlowPanelTest, ThePanelFollowsAChangeOfColours)
+TEST_F(FlowPanelTest, ThePanelFollowsAChangeOfColors)
 {
     openWith(kCharging);
     clock.play(4.0);

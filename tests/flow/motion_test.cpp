@@ -72,17 +72,17 @@ TEST(EaseInOutTest, LiesOnTheUsualCurve)
 
 TEST(BreathingTest, SwellsFadesAndSwellsAgain)
 {
-    EXPECT_EQ(breathing(0.0, 2.8), 0.0);
-    EXPECT_NEAR(breathing(1.4, 2.8), 0.5, 1e-9);
-    EXPECT_NEAR(breathing(2.8, 2.8), 1.0, 1e-9);
-    EXPECT_NEAR(breathing(4.2, 2.8), 0.5, 1e-9);
-    EXPECT_NEAR(breathing(5.6, 2.8), 0.0, 1e-9);
-    EXPECT_NEAR(breathing(5.6 * 1000 + 2.8, 2.8), 1.0, 1e-6);
+    EXPECT_EQ(breathe(0.0, 2.8), 0.0);
+    EXPECT_NEAR(breathe(1.4, 2.8), 0.5, 1e-9);
+    EXPECT_NEAR(breathe(2.8, 2.8), 1.0, 1e-9);
+    EXPECT_NEAR(breathe(4.2, 2.8), 0.5, 1e-9);
+    EXPECT_NEAR(breathe(5.6, 2.8), 0.0, 1e-9);
+    EXPECT_NEAR(breathe(5.6 * 1000 + 2.8, 2.8), 1.0, 1e-6);
 }
 
 TEST(BreathingTest, BeforeItsTimeItIsAtRest)
 {
-    EXPECT_EQ(breathing(-1.0, 2.8), 0.0);
+    EXPECT_EQ(breathe(-1.0, 2.8), 0.0);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "flow/node_content.h"
+#include "flow/panel_content.h"
 
 #include "render/status_renderer.h"
 #include "tests/support/print_sample.h"
@@ -91,7 +91,7 @@ TEST(ChargerNodeTest, AnUnknownInputIsTakenForPowerWhileTheBatteryNeedNotDeliver
     EXPECT_FALSE(chargerContent(sample).active);
 }
 
-TEST(ComputerNodeTest, ShowsTheLoadInTheDesktopsColourAndIsAlwaysActive)
+TEST(ComputerNodeTest, ShowsTheLoadInTheDesktopsColorAndIsAlwaysActive)
 {
     EXPECT_EQ(
         computerContent(kCharging, kAccent), (NodeContent{"laptopcomputer", "14.2 W", "Mac", kAccent, true}));

@@ -1,4 +1,4 @@
-#include "flow/pill.h"
+#include "flow/panel_content.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

@@ -67,7 +67,7 @@ TEST_F(RollingTextTest, OnlyDigitsThatChangeRoll)
     for (std::size_t index = 0; index < text.cells().size(); ++index) {
         const RollingCell& cell = text.cells()[index];
         EXPECT_EQ(cell.from == cell.to, index != 3) << index;
-        EXPECT_EQ(cell.fromPlace, cell.toPlace) << index;
+        EXPECT_EQ(cell.fromX, cell.toX) << index;
     }
 }
 
@@ -80,7 +80,7 @@ TEST_F(RollingTextTest, DigitsOfTheSameWorthMeetWhenTheFigureGrowsShorter)
     EXPECT_EQ(text.cells()[1].from, QStringLiteral("2"));
     EXPECT_EQ(text.cells()[1].to, QStringLiteral("9"));
     EXPECT_EQ(text.cells()[3].from, text.cells()[3].to);
-    EXPECT_LT(text.cells()[3].toPlace, text.cells()[3].fromPlace);
+    EXPECT_LT(text.cells()[3].toX, text.cells()[3].fromX);
 }
 
 TEST_F(RollingTextTest, ADigitThatIsNewComesFromNowhere)
@@ -99,7 +99,7 @@ TEST_F(RollingTextTest, TheAnchorKeepsStillWhenTheTextGrows)
     centred.setText(QStringLiteral("19.3 W"));
     // The W stands so far left of its new place as half of the digit that is added.
     const RollingCell& last = centred.cells().back();
-    EXPECT_NEAR(last.toPlace - last.fromPlace, (centred.width() - narrow) / 2.0, 1e-9);
+    EXPECT_NEAR(last.toX - last.fromX, (centred.width() - narrow) / 2.0, 1e-9);
 }
 
 TEST_F(RollingTextTest, AllDigitsAreEquallyWide)

@@ -82,7 +82,7 @@ TEST_P(StatusPillTest, IsFourPointsHigherThanItsLineAboveAndBelow)
     EXPECT_EQ(widget->height(), static_cast<int>(std::ceil(metrics().ascent() + metrics().descent() + 8.0)));
 }
 
-TEST_P(StatusPillTest, SymbolAndWordsBeginAndEndNinePointsFromItsSides)
+TEST_P(StatusPillTest, SymbolAndTextBeginAndEndNinePointsFromItsSides)
 {
     const QImage shown = picture();
     const Ink ink = inkBetween(shown, 0.0, widget->width());
@@ -93,14 +93,14 @@ TEST_P(StatusPillTest, SymbolAndWordsBeginAndEndNinePointsFromItsSides)
     EXPECT_GE(ink.right, widget->width() - 9.0 - 2.0);
 }
 
-TEST_P(StatusPillTest, SymbolAndWordsAreInItsColour)
+TEST_P(StatusPillTest, SymbolAndTextAreInItsColor)
 {
     const QImage shown = picture();
     EXPECT_GT(inkBetween(shown, 9.0, 9.0 + symbolWidth()).solid, 50);
     EXPECT_GT(inkBetween(shown, 9.0 + symbolWidth() + 4.0, widget->width()).solid, 100);
 }
 
-TEST_P(StatusPillTest, TheCapsuleIsFilledWithLittleOfTheColour)
+TEST_P(StatusPillTest, TheCapsuleIsFilledWithLittleOfTheColor)
 {
     const QImage shown = picture();
     const QColor full = paintColor(GetParam());
@@ -117,7 +117,7 @@ TEST_P(StatusPillTest, TheCapsuleIsFilledWithLittleOfTheColour)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(InEveryColour, StatusPillTest,
+INSTANTIATE_TEST_SUITE_P(InEveryColor, StatusPillTest,
     testing::Values(FlowColor::charger, FlowColor::charging, FlowColor::draining));
 
 } // namespace

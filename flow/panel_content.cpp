@@ -1,4 +1,4 @@
-#include "flow/node_content.h"
+#include "flow/panel_content.h"
 
 #include "flow/flow_animator.h"
 #include "render/status_renderer.h"
@@ -12,7 +12,7 @@ namespace {
 constexpr int kDecimals = 1;
 
 /// A charger that cannot be measured delivers all the same where the battery, which can, need not.
-bool chargerDelivers(const PowerSample& sample)
+bool chargerIsActive(const PowerSample& sample)
 {
     if (!sample.externalConnected)
         return false;
@@ -21,12 +21,33 @@ bool chargerDelivers(const PowerSample& sample)
     return sample.batteryKnown && sample.battery > -StatusRenderer::idleWatts;
 }
 
-bool batteryWorks(const PowerSample& sample)
+bool batteryIsActive(const PowerSample& sample)
 {
     return sample.batteryKnown && std::abs(sample.battery) >= StatusRenderer::idleWatts;
 }
 
 } // namespace
+
+Pill pill(const PowerSample& sample)
+{
+    constexpr double kIdle = StatusRenderer::idleWatts;
+    const bool adapterIdle = sample.adapterInKnown && sample.adapterIn < kChargerActiveWatts;
+
+    if (!sample.externalKnown)
+        return {"Power source unknown", "powerplug", FlowColor::charger};
+    if (!sample.externalConnected)
+        return {"On battery", "battery.50percent", FlowColor::draining};
+    // A battery that cannot be measured may charge or not.
+    if (!sample.batteryKnown)
+        return {"Plugged in", "powerplug.fill", FlowColor::charger};
+    if (adapterIdle && sample.battery < -kIdle)
+        return {"Plugged in · running on battery", "powerplug", FlowColor::draining};
+    if (sample.battery > kIdle)
+        return {"Charging", "bolt.fill", FlowColor::charging};
+    if (sample.battery < -kIdle)
+        return {"Using battery too", "exclamationmark.triangle.fill", FlowColor::draining};
+    return {"Plugged in · not charging", "powerplug.fill", FlowColor::charger};
+}
 
 NodeContent chargerContent(const PowerSample& sample)
 {
@@ -37,7 +58,7 @@ NodeContent chargerContent(const PowerSample& sample)
         content.title = std::to_string(*sample.adapterRating) + " W charger";
     else
         content.title = sample.isUnplugged() ? "Unplugged" : "Charger";
-    content.active = chargerDelivers(sample);
+    content.active = chargerIsActive(sample);
     return content;
 }
 
@@ -53,7 +74,7 @@ NodeContent computerContent(const PowerSample& sample, Color accent)
 NodeContent batteryContent(const PowerSample& sample)
 {
     NodeContent content{.symbol = StatusRenderer::batterySymbol(sample)};
-    content.active = batteryWorks(sample);
+    content.active = batteryIsActive(sample);
     content.value = content.active || !sample.batteryKnown ? StatusRenderer::batteryText(sample, kDecimals)
                                                            : std::string("Idle");
     content.title = "Battery";

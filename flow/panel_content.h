@@ -1,4 +1,5 @@
-// What the three nodes of the power flow diagram say.
+// What the panel says of a reading: the phrase in its head, and what the three nodes of the diagram
+// show.
 #pragma once
 
 #include "flow/glass/flow_color.h"
@@ -8,6 +9,16 @@
 #include <string_view>
 
 namespace amperly {
+
+/// The one phrase that tells how charger and battery share the work.
+struct Pill {
+    std::string_view text{};
+    std::string_view symbol{}; ///< a glyph's name
+    Color color{};
+    friend bool operator==(const Pill&, const Pill&) = default;
+};
+
+[[nodiscard]] Pill pill(const PowerSample& sample);
 
 struct NodeContent {
     std::string_view symbol{}; ///< a glyph's name, which lives as long as the program
