@@ -1,3 +1,4 @@
+#include "flow/motion.h"
 #include "tests/flow/diagram_fixture.h"
 #include "tests/support/allocation_count.h"
 
@@ -28,6 +29,17 @@ TEST_F(FlowDiagramTest, GrowsInFromTheFirstFrameOnAndComesToRest)
     EXPECT_GT(diagram->appearance(), 1.0);
     play(1.0);
     EXPECT_EQ(diagram->appearance(), 1.0);
+}
+
+TEST_F(FlowDiagramTest, ItGrowsAsASpringDoes)
+{
+    make(kCharging);
+    diagram->advance(now);
+    constexpr Spring kSpring{.response = 0.45, .damping = 0.75};
+    for (int frame = 0; frame < 50; ++frame) {
+        diagram->advance(now + 0.01 * frame);
+        EXPECT_NEAR(diagram->appearance(), kSpring.at(0.01 * frame), 1e-6) << frame;
+    }
 }
 
 TEST_F(FlowDiagramTest, NodesAreWhereTheLayoutHasThem)

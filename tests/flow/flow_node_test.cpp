@@ -1,6 +1,8 @@
 #include "flow/flow_node.h"
 
 #include "flow/diagram_layout.h"
+#include "flow/node_glow.h"
+#include "flow/node_look.h"
 #include "platform/simulated/desktop/fixed_display_settings.h"
 #include "render/look/window_colors.h"
 #include "tests/support/pinned_drawing.h"
@@ -184,6 +186,41 @@ TEST_P(FlowNodeTest, TheSymbolHasTheTintWhereThereIsPower)
     EXPECT_GT(inked, 500);
 }
 
+TEST_P(FlowNodeTest, TheTitleIsInTheSecondaryColor)
+{
+    FlowNode node(content(GetParam()), display);
+    const QImage shown = picture(node);
+    const auto value = [&](const QColor& color) { return color.value() * look().whole; };
+    const double secondary = value(secondaryColor(palette, display));
+    ASSERT_LT(secondary, value(Qt::white) - 30.0);
+    int brightest = 0;
+    for (int y = static_cast<int>(56.0 * kScale); y < static_cast<int>(70.0 * kScale); ++y) {
+        for (int x = static_cast<int>(20.0 * kScale); x < static_cast<int>(64.0 * kScale); ++x)
+            brightest = std::max(brightest, at(shown, x / kScale, y / kScale).value());
+    }
+    EXPECT_NEAR(brightest, secondary, 12.0); // there is a little of the sheet under it
+}
+
+TEST_P(FlowNodeTest, CornersAreAsRoundAsArcsOfFourteenPoints)
+{
+    FlowNode node(content(GetParam()), display);
+    const QImage shown = picture(node);
+    // On its diagonal a quarter circle of radius r is r × (1 - √½) away from either side.
+    const double expected = 14.0 * (1.0 - std::sqrt(0.5));
+    for (const bool right : {false, true}) {
+        for (const bool lower : {false, true}) {
+            double inset = 0.0;
+            while (inset < 10.0
+                && at(shown, right ? kNodeWidth - inset - 0.1 : inset + 0.1,
+                       lower ? kNodeHeight - inset - 0.1 : inset + 0.1)
+                        .value()
+                    == 0)
+                inset += 0.5 / kScale;
+            EXPECT_NEAR(inset, expected, 0.4);
+        }
+    }
+}
+
 TEST_P(FlowNodeTest, TheGlowLiesUnderTheNodeAndAroundIt)
 {
     FlowNode node(content(GetParam()), display);
@@ -222,6 +259,21 @@ TEST_P(FlowNodeTest, SettledItShowsTheNewValueAtOnce)
     node.setContent(other.content());
     node.settle();
     EXPECT_EQ(picture(node), picture(other));
+}
+
+TEST(NodeGlowTest, IsTheNodesShapeBlurredByNinePoints)
+{
+    const QImage glow = nodeGlow(Qt::white, 4.0);
+    constexpr double kReach = kNodeLook.glowReach;
+    // Past the middle of a long side: what a blurred edge lets through, less what is left at the reach.
+    const auto through = [](double beyond) { return 0.5 * std::erfc(beyond / (9.0 * std::sqrt(2.0))); };
+    const double left = through(kReach);
+    for (const double beyond : {-12.0, -6.0, 0.0, 4.0, 8.0, 12.0}) {
+        const double expected = (through(beyond) - left) / (1.0 - left);
+        const QColor shown = glow.pixelColor(
+            static_cast<int>((kReach - beyond) * 4.0), static_cast<int>((kReach + 37.0) * 4.0));
+        EXPECT_NEAR(shown.alphaF(), expected, 0.01) << beyond;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(ActiveOrNot, FlowNodeTest, testing::Bool());

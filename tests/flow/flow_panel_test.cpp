@@ -1,5 +1,7 @@
 #include "prefs/pref.h"
 #include "render/look/quiet_button.h"
+#include "render/look/window_colors.h"
+#include "tests/flow/drawn_text.h"
 #include "tests/flow/panel_fixture.h"
 
 #include <QAbstractButton>
@@ -197,6 +199,43 @@ TEST_F(FlowPanelTest, APhraseWithoutADotMakesRoomForALongFigureToo)
     EXPECT_EQ(pill.lineCount(), 2);
     EXPECT_LE(pill.geometry().right(), panel->header()->width());
     EXPECT_GE(pill.geometry().left(), panel->header()->headline().sizeHint().width());
+}
+
+// Colours
+
+TEST_F(FlowPanelTest, CaptionAndNoDataAreInTheSecondaryColor)
+{
+    const QColor secondary = secondaryColor(lightPalette(), display);
+    ASSERT_NE(secondary, lightPalette().color(QPalette::WindowText));
+    const auto colorOf = [](QWidget& widget, const QString& text) {
+        for (const DrawnText& drawn : TextRecorder::textsOf(widget)) {
+            if (drawn.text == text)
+                return drawn.color;
+        }
+        return QColor();
+    };
+    openWith(kCharging);
+    EXPECT_EQ(colorOf(*panel->header()->childAt(1, 1), QStringLiteral("Mac is using")), secondary);
+    read(std::nullopt);
+    EXPECT_EQ(colorOf(*panel->noData(), QStringLiteral("No power data available")), secondary);
+}
+
+TEST_F(FlowPanelTest, TheDividerIsPainted)
+{
+    for (const double scale : {1.0, 2.0}) {
+        openWith(kCharging);
+        const QImage shown = picture(scale);
+        const QRect line = panel->divider().geometry();
+        const QRgb separator = separatorColor(lightPalette(), display).rgb();
+        const auto at = [&](double x, double y) {
+            return shown.pixel(static_cast<int>(x * scale), static_cast<int>(y * scale));
+        };
+        ASSERT_NE(separator, lightPalette().color(QPalette::Window).rgb());
+        for (const double x : {line.left() + 0.5, line.center().x() + 0.5, line.right() + 0.5})
+            EXPECT_EQ(at(x, line.top() + 0.5), separator) << x << " at " << scale;
+        EXPECT_NE(at(line.center().x(), line.top() - 0.5), separator);
+        EXPECT_NE(at(line.center().x(), line.bottom() + 1.5), separator);
+    }
 }
 
 // The footer

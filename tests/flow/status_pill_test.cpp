@@ -3,6 +3,7 @@
 #include "flow/paint_color.h"
 #include "render/glyph_set.h"
 #include "render/look/text_style.h"
+#include "tests/flow/drawn_text.h"
 #include "tests/support/pinned_drawing.h"
 
 #include <QApplication>
@@ -98,6 +99,16 @@ TEST_P(StatusPillTest, SymbolAndTextAreInItsColor)
     const QImage shown = picture();
     EXPECT_GT(inkBetween(shown, 9.0, 9.0 + symbolWidth()).solid, 50);
     EXPECT_GT(inkBetween(shown, 9.0 + symbolWidth() + 4.0, widget->width()).solid, 100);
+}
+
+TEST_P(StatusPillTest, ItsTextIsACaptionOfMediumWeight)
+{
+    const std::vector<DrawnText> texts = TextRecorder::textsOf(*widget);
+    ASSERT_EQ(texts.size(), 1U);
+    EXPECT_EQ(texts[0].text, QStringLiteral("Charging"));
+    EXPECT_EQ(texts[0].font.weight(), QFont::Medium);
+    EXPECT_EQ(texts[0].font.pixelSize(), textFont(TextStyle::Caption).pixelSize());
+    EXPECT_EQ(texts[0].color, paintColor(GetParam()));
 }
 
 TEST_P(StatusPillTest, TheCapsuleIsFilledWithLittleOfTheColor)
