@@ -4,15 +4,15 @@
 
 namespace amperly::glass {
 
-/// A stripe along the tube, from one position across it to another.
-struct GlassStripe {
+/// A ribbon along the tube, from one position across it to another.
+struct Ribbon {
     double lower = 0.0;
     double upper = 0.0;
     double opacity = 0.0;
 };
 
-/// A stripe that only swellings have; the opacity is for a full one and falls with the swell.
-using SwellStripe = GlassStripe;
+/// A ribbon that only swellings have; the opacity is for a full one and falls with the swell.
+using SwellBand = Ribbon;
 
 struct GlassLook {
     // The swellings and how they travel.
@@ -25,24 +25,24 @@ struct GlassLook {
     // that these numbers were found with take it; it is given as a fraction of the tube's width.
     double outerGlowOpacity = 0.22;
     double outerGlowRadius = 0.9;
-    SwellStripe pulseHalo{-1.4, 1.4, 0.35};
+    SwellBand pulseHalo{-1.4, 1.4, 0.35};
     double pulseHaloRadius = 0.7;
 
     // The glass, back to front.
     double bodyOpacityAtStart = 0.22;
     double bodyOpacityAtEnd = 0.34;
-    GlassStripe lowerShade{-1.0, -0.45, 0.22};
-    GlassStripe lowerInnerShade{-0.78, -0.5, 0.18};
-    SwellStripe pulseCore{-0.82, -0.42, 0.75};
+    Ribbon lowerShade{-1.0, -0.45, 0.22};
+    Ribbon lowerInnerShade{-0.78, -0.5, 0.18};
+    SwellBand pulseCore{-0.82, -0.42, 0.75};
     double pulseCoreWhite = 0.45; ///< how far its colour is moved towards white
-    GlassStripe upperSheen{0.15, 0.85, 0.06}; ///< white
+    Ribbon upperSheen{0.15, 0.85, 0.06}; ///< white
     double rimOpacity = 0.55;
     double rimLineWidth = 0.7;
     double specularPosition = 0.93;
     double specularOpacity = 0.22; ///< white
     double specularLineWidth = 0.6;
-    GlassStripe highlightBand{0.42, 0.62, 0.12}; ///< white
-    SwellStripe pulseHighlight{0.36, 0.68, 0.7}; ///< white
+    Ribbon highlightBand{0.42, 0.62, 0.12}; ///< white
+    SwellBand pulseHighlight{0.36, 0.68, 0.7}; ///< white
 
     // From which swell on something is there at all.
     double leastSwellOfRun = 0.03;

@@ -89,26 +89,26 @@ public:
     }
     void lowerShade()
     {
-        constexpr GlassStripe kShade = kGlassLook.lowerShade;
-        m_glass.coverWithTint(stripe(
+        constexpr Ribbon kShade = kGlassLook.lowerShade;
+        m_glass.coverWithTint(ribbon(
             m_down, partCode(-kShade.upper), partCode(-kShade.lower), L::all(opacityCode(kShade.opacity))));
     }
     void lowerInnerShade()
     {
-        constexpr GlassStripe kShade = kGlassLook.lowerInnerShade;
-        m_glass.coverWithTint(stripe(
+        constexpr Ribbon kShade = kGlassLook.lowerInnerShade;
+        m_glass.coverWithTint(ribbon(
             m_down, partCode(-kShade.upper), partCode(-kShade.lower), L::all(opacityCode(kShade.opacity))));
     }
     void pulseCore(Vec opacity)
     {
-        constexpr SwellStripe kCore = kGlassLook.pulseCore;
-        m_glass.coverWithMix(stripe(m_down, partCode(-kCore.upper), partCode(-kCore.lower), opacity),
+        constexpr SwellBand kCore = kGlassLook.pulseCore;
+        m_glass.coverWithMix(ribbon(m_down, partCode(-kCore.upper), partCode(-kCore.lower), opacity),
             partCode(kGlassLook.pulseCoreWhite));
     }
     void upperSheen()
     {
-        constexpr GlassStripe kSheen = kGlassLook.upperSheen;
-        m_glass.coverWithWhite(stripe(
+        constexpr Ribbon kSheen = kGlassLook.upperSheen;
+        m_glass.coverWithWhite(ribbon(
             m_up, partCode(kSheen.lower), partCode(kSheen.upper), L::all(opacityCode(kSheen.opacity))));
     }
     void rim()
@@ -130,14 +130,14 @@ public:
     }
     void highlightBand()
     {
-        constexpr GlassStripe kBand = kGlassLook.highlightBand;
+        constexpr Ribbon kBand = kGlassLook.highlightBand;
         m_glass.coverWithWhite(
-            stripe(m_up, partCode(kBand.lower), partCode(kBand.upper), L::all(opacityCode(kBand.opacity))));
+            ribbon(m_up, partCode(kBand.lower), partCode(kBand.upper), L::all(opacityCode(kBand.opacity))));
     }
     void pulseHighlight(Vec opacity)
     {
-        constexpr SwellStripe kHighlight = kGlassLook.pulseHighlight;
-        m_glass.coverWithWhite(stripe(m_up, partCode(kHighlight.lower), partCode(kHighlight.upper), opacity));
+        constexpr SwellBand kHighlight = kGlassLook.pulseHighlight;
+        m_glass.coverWithWhite(ribbon(m_up, partCode(kHighlight.lower), partCode(kHighlight.upper), opacity));
     }
 
     [[nodiscard]] const Glass<L>& glass() const { return m_glass; }
@@ -164,8 +164,8 @@ private:
         else
             return covered;
     }
-    /// What a stripe between two parts of the half width on one side hides of each pixel.
-    [[nodiscard]] Vec stripe(Vec side, std::uint16_t from, std::uint16_t to, Vec opacity) const
+    /// What a ribbon between two parts of the half width on one side hides of each pixel.
+    [[nodiscard]] Vec ribbon(Vec side, std::uint16_t from, std::uint16_t to, Vec opacity) const
     {
         const Vec covered = L::sub(beyond(side, position(from)), beyond(side, position(to)));
         return L::lowerProduct(clipped(covered), opacity);

@@ -9,19 +9,15 @@ namespace amperly::glass {
 
 namespace {
 
-constexpr double middle(const SwellStripe& stripe)
+/// How much each section of a band has of its full opacity. Bands are narrow: they are coloured across
+/// as in their middle.
+void swellBand(const TubeProfile& profile, const SwellBand& band, std::array<float, kCurveSampleCount>& swell)
 {
-    return 0.5 * (stripe.lower + stripe.upper);
-}
-
-/// A gradient's stripes are narrow: each is coloured across as in its middle.
-void fillGradients(
-    const TubeProfile& profile, const SwellStripe& stripe, std::array<float, kCurveSampleCount>& swell)
-{
+    const double middle = 0.5 * (band.lower + band.upper);
     swell.fill(0.0F);
     for (const SwellRun& run : swellRuns(profile)) {
         for (std::size_t i = run.first; i <= run.last; ++i)
-            swell[i] = static_cast<float>(swellOfGradient(profile, run, profile[i].at(middle(stripe))));
+            swell[i] = static_cast<float>(swellOfGradient(profile, run, profile[i].at(middle)));
     }
 }
 
@@ -37,9 +33,9 @@ void TubeMotion::update(const TubeLayout& layout, double width, double travelled
 {
     m_profile = tubeProfile(layout.samples(), layout.normals(), width, travelled);
     m_glints = tubeGlints(m_profile, width);
-    fillGradients(m_profile, kGlassLook.pulseHalo, m_halo);
-    fillGradients(m_profile, kGlassLook.pulseCore, m_core);
-    fillGradients(m_profile, kGlassLook.pulseHighlight, m_highlight);
+    swellBand(m_profile, kGlassLook.pulseHalo, m_halo);
+    swellBand(m_profile, kGlassLook.pulseCore, m_core);
+    swellBand(m_profile, kGlassLook.pulseHighlight, m_highlight);
 
     const auto widest = std::max_element(m_profile.begin(), m_profile.end(),
         [](const TubeSection& a, const TubeSection& b) { return a.half < b.half; });
