@@ -9,7 +9,7 @@
 #include "platform/linux/desktop/linux_display_settings.h"
 #include "platform/linux/desktop/power_saving.h"
 #include "platform/linux/desktop/window_palette.h"
-#include "platform/linux/files/config_folder.h"
+#include "platform/linux/files/xdg_session.h"
 #include "platform/linux/login/xdg_autostart.h"
 #include "platform/linux/memory/memory_trimming.h"
 #include "platform/linux/popover/linux_popover_host.h"
@@ -45,12 +45,6 @@ bool hasDisplay()
     return false;
 }
 
-std::string environment(const char* name)
-{
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
 int run(const ProgramIdentity& identity, const ProgramSubject& subject)
 {
     SingleInstance instance({identity.busName, identity.objectPath});
@@ -61,7 +55,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
     IniPreferenceStore preferences(configFolder() + '/' + identity.settingsFile,
         [](const std::string& line) { LinuxDesktop::warn(line); });
     XdgAutostart autostart({identity.applicationId, identity.name, Installation::runningProgram().string()},
-        {configFolder(), environment("XDG_CURRENT_DESKTOP")},
+        {configFolder(), CurrentDesktop::ofSession()},
         {.isThere = isProgram, .launch = [](const std::string& program, const std::string& argument) {
              return argument.empty() ? startDetached({program}) : startDetached({program, argument});
          }});
@@ -83,7 +77,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
         return DesktopLook{.prefersDark = ink.prefersDark(), .themeName = x11TextSetting("Net/ThemeName")};
     });
     ink.onSchemeChanged([&windowPalette] { windowPalette.refresh(); });
-    LinuxDisplaySettings display(portalConnection.get(), configFolder(), environment("XDG_CURRENT_DESKTOP"));
+    LinuxDisplaySettings display(portalConnection.get(), configFolder(), CurrentDesktop::ofSession());
     desktop.onActivate([&windowPalette, &display] {
         windowPalette.refresh();
         display.refresh();
@@ -97,7 +91,7 @@ int run(const ProgramIdentity& identity, const ProgramSubject& subject)
         .fallback = xembedItem.get(),
         .openMenu = [&menus](Menu& menu, std::optional<ScreenPoint> anchor) { menus.open(menu, anchor); },
         .warn = LinuxDesktop::warn,
-        .currentDesktop = environment("XDG_CURRENT_DESKTOP"),
+        .desktop = CurrentDesktop::ofSession(),
     });
 
     const Injected<PreferenceStore> standardPreferences(preferences);

@@ -1,7 +1,7 @@
 // A preferences file may hold anything. Whatever it holds, it comes back byte by byte when
 // nothing is changed, and a change touches its own key and nothing else that can be understood.
 
-#include "platform/linux/preferences/ini_document.h"
+#include "platform/linux/files/ini_document.h"
 
 #include <algorithm>
 #include <cmath>

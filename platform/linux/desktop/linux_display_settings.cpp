@@ -1,7 +1,10 @@
 #include "platform/linux/desktop/linux_display_settings.h"
 
-#include "platform/linux/desktop/kde_animations.h"
+#include "platform/linux/files/ini_document.h"
+#include "platform/linux/files/user_file.h"
 #include "platform/linux/x11/x11_settings.h"
+
+#include <charconv>
 
 namespace amperly {
 
@@ -11,10 +14,21 @@ constexpr std::uint32_t kHigherContrast = 1; // as the portal has it
 
 } // namespace
 
-LinuxDisplaySettings::LinuxDisplaySettings(
-    BusConnection* connection, std::string configFolder, std::string_view currentDesktop)
+std::optional<double> kdeAnimationFactor(std::string_view globals)
 {
-    if (currentDesktop.find("KDE") != std::string_view::npos)
+    const IniDocument document(globals);
+    const std::string_view number = document.written("KDE", "AnimationDurationFactor").value_or("");
+    double factor = 0.0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), factor);
+    if (error != std::errc() || end != number.data() + number.size())
+        return std::nullopt;
+    return factor;
+}
+
+LinuxDisplaySettings::LinuxDisplaySettings(
+    BusConnection* connection, std::string configFolder, const CurrentDesktop& desktop)
+{
+    if (desktop.is("KDE"))
         m_kdeGlobals = std::move(configFolder) + "/kdeglobals";
     if (connection != nullptr) {
         m_animations.emplace(*connection, "org.gnome.desktop.interface", "enable-animations");
@@ -38,7 +52,7 @@ bool LinuxDisplaySettings::reducesMotion() const
         return true;
     if (x11IntegerSetting("Gtk/EnableAnimations") == 0)
         return true;
-    return !m_kdeGlobals.empty() && animationFactorIn(m_kdeGlobals) == 0.0;
+    return !m_kdeGlobals.empty() && kdeAnimationFactor(readUserFile(m_kdeGlobals).bytes) == 0.0;
 }
 
 bool LinuxDisplaySettings::increasesContrast() const

@@ -4,6 +4,7 @@
 
 #include "platform/display_settings.h"
 #include "platform/linux/bus/portal_setting.h"
+#include "platform/linux/files/xdg_session.h"
 
 #include <functional>
 #include <optional>
@@ -13,13 +14,15 @@
 
 namespace amperly {
 
+/// The user's factor on the length of animations, of which 0 means none, in the contents of KDE's
+/// kdeglobals; nothing when it does not say.
+[[nodiscard]] std::optional<double> kdeAnimationFactor(std::string_view globals);
+
 class LinuxDisplaySettings : public DisplaySettings {
 public:
     /// Asks the portal over `connection`, which must outlive this object, and follows it; without
-    /// a connection, there is no portal. `configFolder` is where KDE's file is, `currentDesktop`
-    /// as XDG_CURRENT_DESKTOP has it.
-    LinuxDisplaySettings(
-        BusConnection* connection, std::string configFolder, std::string_view currentDesktop);
+    /// a connection, there is no portal. `configFolder` is where KDE's file is.
+    LinuxDisplaySettings(BusConnection* connection, std::string configFolder, const CurrentDesktop& desktop);
 
     /// One setting against motion is enough.
     [[nodiscard]] bool reducesMotion() const override;

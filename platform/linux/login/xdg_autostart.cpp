@@ -1,13 +1,11 @@
 #include "platform/linux/login/xdg_autostart.h"
 
-#include "platform/linux/files/file_replacement.h"
-#include "platform/linux/login/desktop_entry.h"
+#include "platform/linux/files/user_file.h"
+#include "platform/linux/login/exec_value.h"
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -18,14 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> contentsOf(const std::string& path)
+std::string_view valueIn(const IniDocument& entry, std::string_view key)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return std::nullopt;
-    std::ostringstream contents;
-    contents << file.rdbuf();
-    return std::move(contents).str();
+    return entry.written("Desktop Entry", key).value_or("");
 }
 
 LoginItem::Failure failure(std::string_view what, const std::string& path, const std::string& reason)
@@ -63,20 +56,21 @@ XdgAutostart::XdgAutostart(Entry entry, Session session, Programs programs)
     : m_entry(std::move(entry))
     , m_folder(std::move(session.configFolder) + "/autostart")
     , m_path(m_folder + '/' + m_entry.applicationId + ".desktop")
-    , m_currentDesktop(std::move(session.currentDesktop))
+    , m_desktop(std::move(session.desktop))
     , m_programs(std::move(programs))
 {
 }
 
 LoginItemStatus XdgAutostart::status() const
 {
-    const std::optional<std::string> contents = contentsOf(m_path);
-    if (!contents)
+    const UserFile file = readUserFile(m_path);
+    if (file.state != UserFile::State::Readable)
         return LoginItemStatus::NotRegistered;
-    if (isSwitchedOff(*contents))
+    const IniDocument entry(file.bytes);
+    if (isSwitchedOff(entry))
         return hasPane() ? LoginItemStatus::RequiresApproval : LoginItemStatus::NotRegistered;
     // An entry that outlived its program starts nothing, and looks as if it did.
-    const std::optional<std::string> program = execProgram(desktopEntryValue(*contents, "Exec").value_or(""));
+    const std::optional<std::string> program = execProgram(valueIn(entry, "Exec"));
     if (!program || (program->starts_with('/') && !isRunnable(*program)))
         return LoginItemStatus::NotFound;
     return LoginItemStatus::Enabled;
@@ -106,15 +100,13 @@ LoginItem::Failure XdgAutostart::writeEntry()
 
     // No session ever starts half an entry.
     constexpr mode_t kReadableByAll = 0644;
-    FileReplacement file(m_path, kReadableByAll);
-    file.write("[Desktop Entry]\n"
-               "Type=Application\n"
-               "Name="
+    const std::string entry = "[Desktop Entry]\n"
+                              "Type=Application\n"
+                              "Name="
         + m_entry.name + "\nExec=" + execValue(m_entry.programPath) + "\nIcon=" + m_entry.applicationId
-        + "\nX-GNOME-Autostart-enabled=true\n");
-    file.commit();
-    if (file.error())
-        return failure("Couldn't write", m_path, file.error().message());
+        + "\nX-GNOME-Autostart-enabled=true\n";
+    if (const std::error_code reason = replaceUserFile(m_path, entry, kReadableByAll))
+        return failure("Couldn't write", m_path, reason.message());
     return std::nullopt;
 }
 
@@ -138,12 +130,11 @@ void XdgAutostart::openSystemSettings()
     m_programs.launch("xdg-open", m_folder);
 }
 
-bool XdgAutostart::isSwitchedOff(std::string_view contents) const
+bool XdgAutostart::isSwitchedOff(const IniDocument& entry) const
 {
     // Each list has one of these ways. The session manager of MATE is alone in minding its own.
-    return desktopEntryValue(contents, "Hidden") == "true"
-        || desktopEntryValue(contents, "X-GNOME-Autostart-enabled") == "false"
-        || (isCurrent("MATE") && desktopEntryValue(contents, "X-MATE-Autostart-enabled") == "false");
+    return valueIn(entry, "Hidden") == "true" || valueIn(entry, "X-GNOME-Autostart-enabled") == "false"
+        || (isCurrent("MATE") && valueIn(entry, "X-MATE-Autostart-enabled") == "false");
 }
 
 bool XdgAutostart::hasPane() const
@@ -154,16 +145,7 @@ bool XdgAutostart::hasPane() const
 
 bool XdgAutostart::isCurrent(std::string_view desktop) const
 {
-    if (desktop.empty())
-        return true;
-    std::string_view rest = m_currentDesktop;
-    while (!rest.empty()) {
-        const std::size_t end = rest.find(':');
-        if (rest.substr(0, end) == desktop)
-            return true;
-        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-    }
-    return false;
+    return desktop.empty() || m_desktop.is(desktop);
 }
 
 } // namespace amperly

@@ -5,6 +5,8 @@
 // only there; without such a list, the one switch is this program's.
 #pragma once
 
+#include "platform/linux/files/ini_document.h"
+#include "platform/linux/files/xdg_session.h"
 #include "platform/login_item.h"
 
 #include <functional>
@@ -25,7 +27,7 @@ public:
     /// Where it is written, and for which desktop.
     struct Session {
         std::string configFolder; ///< the user's, by the XDG rules
-        std::string currentDesktop; ///< the value of XDG_CURRENT_DESKTOP: names between colons
+        CurrentDesktop desktop;
     };
 
     /// The desktop's programs.
@@ -55,14 +57,14 @@ public:
 
 private:
     [[nodiscard]] bool isCurrent(std::string_view desktop) const;
-    [[nodiscard]] bool isSwitchedOff(std::string_view contents) const;
+    [[nodiscard]] bool isSwitchedOff(const IniDocument& entry) const;
     [[nodiscard]] bool hasPane() const;
     [[nodiscard]] Failure writeEntry();
 
     Entry m_entry;
     std::string m_folder;
     std::string m_path;
-    std::string m_currentDesktop;
+    CurrentDesktop m_desktop;
     Programs m_programs;
 };
 

@@ -11,10 +11,11 @@ namespace amperly {
 
 class FileLock {
 public:
-    /// Takes the lock at `path`. Others keep it for milliseconds only; one that keeps it for
-    /// longer than `longestWait` has been stopped, and is not waited for.
+    /// Takes the lock at `path`. Others keep it for milliseconds, on a disk that is very busy for
+    /// seconds; one that keeps it for longer than `longestWait` has been stopped, and is not
+    /// waited for.
     explicit FileLock(
-        const std::string& path, std::chrono::milliseconds longestWait = std::chrono::seconds(2));
+        const std::string& path, std::chrono::milliseconds longestWait = std::chrono::seconds(5));
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

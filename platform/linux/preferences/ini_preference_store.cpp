@@ -1,8 +1,11 @@
 #include "platform/linux/preferences/ini_preference_store.h"
 
+#include "platform/linux/files/user_file.h"
+
 #include <QAbstractEventDispatcher>
 
 #include <chrono>
+#include <utility>
 
 namespace amperly {
 
@@ -26,7 +29,7 @@ std::string fileText(const PreferenceValue& value)
 } // namespace
 
 IniPreferenceStore::IniPreferenceStore(std::string path, WarningHandler warn)
-    : m_file(std::move(path)), m_warn(std::move(warn)), m_watch(m_file.path(), [this] { readAgain(); })
+    : m_path(std::move(path)), m_warn(std::move(warn)), m_watch(m_path, [this] { readAgain(); })
 {
     m_writing.setSingleShot(true);
     m_writing.setInterval(0);
@@ -37,12 +40,12 @@ IniPreferenceStore::IniPreferenceStore(std::string path, WarningHandler warn)
     m_missing.setSingleShot(true);
     m_missing.setInterval(kReplacementTime);
     QObject::connect(&m_missing, &QTimer::timeout, &m_missing, [this] {
-        if (m_file.read().state == PreferenceFile::Contents::State::Missing && takeOver(IniDocument()))
+        if (readUserFile(m_path).state == UserFile::State::Missing && takeOver(IniDocument()))
             announceChange();
     });
-    takeOver(IniDocument(m_file.read().bytes));
-    if (!m_watch.isWatching() && m_warn)
-        m_warn("Amperly: changes made to " + m_file.path() + " by others show at the next start only");
+    takeOver(IniDocument(readUserFile(m_path).bytes));
+    if (!m_watch.isWatching())
+        this->warn("changes made to " + m_path + " by others show at the next start only");
 }
 
 IniPreferenceStore::~IniPreferenceStore()
@@ -78,28 +81,30 @@ bool IniPreferenceStore::writeUnwritten()
 {
     if (m_unwritten.empty())
         return false;
-    IniDocument written;
-    if (const std::error_code error = m_file.change(m_unwritten, written)) {
-        warnOnce("couldn't save preferences to " + m_file.path() + ": " + error.message());
+    const WrittenPreferences written = writePreferences(m_path, m_unwritten);
+    if (written.error) {
+        if (!std::exchange(m_hasToldOfFailure, true))
+            warn("couldn't save preferences to " + m_path + ": " + written.error.message());
         return false;
     }
-    m_hasWarned = false;
+    m_hasToldOfFailure = false;
+    if (!written.keptAs.empty())
+        warn("not all of " + m_path + " made sense; as it was it is kept as " + written.keptAs);
     m_unwritten.clear();
     m_missing.stop();
-    return takeOver(written);
+    return takeOver(written.document);
 }
 
-void IniPreferenceStore::warnOnce(const std::string& line)
+void IniPreferenceStore::warn(const std::string& line) const
 {
-    if (!m_hasWarned && m_warn)
+    if (m_warn)
         m_warn("Amperly: " + line);
-    m_hasWarned = true;
 }
 
 void IniPreferenceStore::readAgain()
 {
-    using State = PreferenceFile::Contents::State;
-    const PreferenceFile::Contents contents = m_file.read();
+    using State = UserFile::State;
+    const UserFile contents = readUserFile(m_path);
     if (contents.state == State::Untouchable)
         return;
     if (contents.state == State::Missing && !isEmpty()) {

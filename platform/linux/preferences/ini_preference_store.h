@@ -26,8 +26,8 @@ public:
 
     /// Reads the file at the absolute path `path`, which need not exist, and follows what others
     /// do to it. To be made after the application object and destroyed before it. `warn` is
-    /// called when values cannot be written, once until they can; they stay in memory, and every
-    /// later write tries them again.
+    /// called when a damaged file was put aside, and when values cannot be written, once until they
+    /// can; they stay in memory, and every later write tries them again.
     IniPreferenceStore(std::string path, WarningHandler warn);
 
     /// Writes what is not yet written.
@@ -43,14 +43,14 @@ private:
 
     /// Tells whether the file held news.
     bool writeUnwritten();
-    void warnOnce(const std::string& line);
+    void warn(const std::string& line) const;
 
     void readAgain();
     bool takeOver(const IniDocument& document);
 
-    PreferenceFile m_file;
+    std::string m_path;
     WarningHandler m_warn;
-    bool m_hasWarned = false;
+    bool m_hasToldOfFailure = false;
     PreferenceChanges m_unwritten;
     QTimer m_writing;
     QTimer m_missing; ///< runs while the file is gone and may be on its way back

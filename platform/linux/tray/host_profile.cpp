@@ -93,20 +93,17 @@ constexpr std::array kByDesktop{
 
 } // namespace
 
-HostProfile hostProfile(std::string_view process, std::string_view currentDesktop)
+HostProfile hostProfile(std::string_view process, const CurrentDesktop& desktop)
 {
     for (const Row& row : kByProcess) {
         if (process.starts_with(row.name))
             return row.profile;
     }
-    while (!currentDesktop.empty()) {
-        const std::size_t end = currentDesktop.find(':');
-        const std::string_view name = currentDesktop.substr(0, end);
+    for (const std::string& name : desktop.names()) {
         for (const Row& row : kByDesktop) {
             if (name == row.name)
                 return row.profile;
         }
-        currentDesktop.remove_prefix(end == std::string_view::npos ? currentDesktop.size() : end + 1);
     }
     return kUnknown;
 }

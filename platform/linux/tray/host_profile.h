@@ -2,6 +2,7 @@
 // of the protocol's promises it does not keep.
 #pragma once
 
+#include "platform/linux/files/xdg_session.h"
 #include "platform/linux/tray/item_encoding.h"
 
 #include <string_view>
@@ -64,8 +65,7 @@ struct HostProfile {
 };
 
 /// The profile of the host whose process is called `process` (as /proc/PID/comm has it, cut at 15
-/// characters; empty if unknown), on the desktop that XDG_CURRENT_DESKTOP names (a list with
-/// colons; empty if unset). The desktop counts where the process says nothing.
-[[nodiscard]] HostProfile hostProfile(std::string_view process, std::string_view currentDesktop);
+/// characters; empty if unknown), on `desktop`, which counts where the process says nothing.
+[[nodiscard]] HostProfile hostProfile(std::string_view process, const CurrentDesktop& desktop);
 
 } // namespace amperly

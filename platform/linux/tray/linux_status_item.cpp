@@ -72,7 +72,7 @@ void LinuxStatusItem::followWatcher()
     m_lossTold = false;
     const Presence presence = m_watcher->presence();
     if (presence == Presence::WithHost) {
-        const HostProfile profile = hostProfile(m_watcher->process(), m_parts.currentDesktop);
+        const HostProfile profile = hostProfile(m_watcher->process(), m_parts.desktop);
         if (m_registeredWith != m_watcher->owner()) {
             m_registeredWith = m_watcher->owner();
             if (!m_row || m_row->profile() != profile)

@@ -34,7 +34,7 @@ struct LinuxStatusItemParts {
     TrayFallback* fallback = nullptr; ///< none: without a watcher nothing is shown
     MenuOpener openMenu{};
     std::function<void(std::string_view line)> warn{};
-    std::string currentDesktop{}; ///< XDG_CURRENT_DESKTOP
+    CurrentDesktop desktop{};
     std::string busAddress{}; ///< as BusConnection::open() takes it
     StatusNotifierWatcher::ProcessName processName = processNameFromProc;
 };

@@ -26,7 +26,7 @@ protected:
         xcb_set_selection_owner(connection, owner, internAtom(connection, "_XSETTINGS_S0"), XCB_CURRENT_TIME);
     }
 
-    LinuxDisplaySettings display{nullptr, "/nonexistent", "XFCE"};
+    LinuxDisplaySettings display{nullptr, "/nonexistent", CurrentDesktop("XFCE")};
 };
 
 TEST_F(X11DisplaySettingsTest, ADesktopThatPublishesNoAnimationsReducesMotion)

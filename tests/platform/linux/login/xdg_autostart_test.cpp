@@ -1,12 +1,13 @@
 #include "platform/linux/login/xdg_autostart.h"
 
-#include "platform/linux/login/desktop_entry.h"
+#include "platform/linux/login/exec_value.h"
 #include "tests/support/temporary_folder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
+#include <sys/stat.h>
 #include <vector>
 
 namespace amperly {
@@ -35,10 +36,10 @@ protected:
     std::set<std::string> available;
     XdgAutostart item = itemOf("");
 
-    XdgAutostart itemOf(const std::string& currentDesktop)
+    XdgAutostart itemOf(std::string_view desktop)
     {
         return {{"org.example.Program", "Program", program.string()},
-            {config.path().string(), currentDesktop}, desktopPrograms()};
+            {config.path().string(), CurrentDesktop(desktop)}, desktopPrograms()};
     }
 
     XdgAutostart::Programs desktopPrograms()
@@ -167,6 +168,18 @@ TEST_F(XdgAutostartTest, AnEntryThatCannotBeReplacedIsAFailureAndLeavesNothingBe
     EXPECT_THAT(*failure, HasSubstr("Couldn't write " + file.string() + ": "));
     EXPECT_THAT(namesIn(file.parent_path()), testing::ElementsAre(file.filename()));
     EXPECT_THAT(item.unregisterItem().value_or(""), HasSubstr("Couldn't remove " + file.string() + ": "));
+}
+
+TEST_F(XdgAutostartTest, WhatIsNoFileIsNoEntry)
+{
+    fs::create_directories(file);
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "a folder";
+    fs::remove(file);
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "a pipe";
+    fs::remove(file);
+    fs::create_symlink("/dev/zero", file);
+    EXPECT_EQ(item.status(), LoginItemStatus::NotRegistered) << "an endless device";
 }
 
 TEST_F(XdgAutostartTest, AnEntryWhoseProgramIsGoneIsNotFoundUntilItIsWrittenAnew)

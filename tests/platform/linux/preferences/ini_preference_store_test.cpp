@@ -1,9 +1,9 @@
 #include "platform/linux/preferences/ini_preference_store.h"
 
 #include "prefs/pref.h"
-#include "tests/platform/linux/preferences/as_ordinary_user.h"
 #include "tests/platform/preference_store_contract.h"
 #include "tests/support/allocation_count.h"
+#include "tests/support/as_ordinary_user.h"
 #include "tests/support/run_until.h"
 
 #include <QCoreApplication>
@@ -400,7 +400,8 @@ TEST_F(IniPreferenceStoreTest, DamagedFileShowsWhatCanBeReadAndIsKeptAtTheFirstW
     end();
     EXPECT_EQ(contentsOf(path + ".damaged"), damaged);
     EXPECT_EQ(contentsOf(path), "decimals=1\nshowUnit=false\n");
-    EXPECT_THAT(warnings, IsEmpty());
+    ASSERT_THAT(warnings, SizeIs(1));
+    EXPECT_THAT(warnings.front(), HasSubstr(path + ".damaged"));
 }
 
 TEST_F(IniPreferenceStoreTest, ValuesThatCannotBeWrittenStayInMemoryAndAreTriedAgain)

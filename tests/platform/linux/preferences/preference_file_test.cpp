@@ -1,7 +1,8 @@
 #include "platform/linux/preferences/preference_file.h"
 
+#include "platform/linux/files/user_file.h"
 #include "platform/linux/preferences/file_lock.h"
-#include "tests/platform/linux/preferences/as_ordinary_user.h"
+#include "tests/support/as_ordinary_user.h"
 
 #include <gmock/gmock.h>
 
@@ -41,9 +42,9 @@ private:
 
 class PreferenceFileTest : public testing::Test {
 protected:
-    std::error_code set(const std::string& key, const std::string& text)
+    [[nodiscard]] std::error_code set(const std::string& key, const std::string& text) const
     {
-        return file.change({{key, text}}, written);
+        return writePreferences(path, {{key, text}}).error;
     }
 
     [[nodiscard]] static mode_t permissionsOf(const std::string& path)
@@ -55,14 +56,12 @@ protected:
 
     TemporaryFolder folder;
     std::string path = folder / "amperly.ini";
-    PreferenceFile file{path};
-    IniDocument written;
 };
 
 TEST_F(PreferenceFileTest, MissingFileIsMadeWithItsFoldersForThisUserAlone)
 {
     const std::string deep = folder / "config/amperly/amperly.ini";
-    EXPECT_FALSE(PreferenceFile(deep).change({{"a", "1"}}, written));
+    EXPECT_FALSE(writePreferences(deep, {{"a", "1"}}).error);
     EXPECT_EQ(contentsOf(deep), "a=1\n");
     EXPECT_EQ(permissionsOf(deep), 0600u);
     EXPECT_EQ(permissionsOf(folder / "config/amperly"), 0700u);
@@ -72,9 +71,11 @@ TEST_F(PreferenceFileTest, MissingFileIsMadeWithItsFoldersForThisUserAlone)
 TEST_F(PreferenceFileTest, OnlyTheChangedKeysChange)
 {
     writeInPlace(path, "# mine\na=1\nb=2\n[x]\na=3\n");
-    EXPECT_FALSE(file.change({{"a", "5"}, {"b", std::nullopt}, {"c", "6"}}, written));
+    const WrittenPreferences written = writePreferences(path, {{"a", "5"}, {"b", std::nullopt}, {"c", "6"}});
+    EXPECT_FALSE(written.error);
     EXPECT_EQ(contentsOf(path), "# mine\na=5\nc=6\n[x]\na=3\n");
-    EXPECT_EQ(written.bytes(), contentsOf(path));
+    EXPECT_EQ(written.document.bytes(), contentsOf(path));
+    EXPECT_EQ(written.keptAs, "");
 }
 
 TEST_F(PreferenceFileTest, PermissionsStay)
@@ -120,8 +121,10 @@ TEST_F(PreferenceFileTest, DamagedFileIsKeptBeforeItIsWrittenOver)
 {
     const std::string damaged = "a=1\nnonsense \xFF\nb=2\n";
     writeInPlace(path, damaged);
-    EXPECT_FALSE(set("a", "5"));
+    const WrittenPreferences written = writePreferences(path, {{"a", "5"}});
+    EXPECT_FALSE(written.error);
     EXPECT_EQ(contentsOf(path), "a=5\nb=2\n");
+    EXPECT_EQ(written.keptAs, path + ".damaged");
     EXPECT_EQ(contentsOf(path + ".damaged"), damaged);
 }
 
@@ -147,7 +150,7 @@ TEST_F(PreferenceFileTest, DamagedFileIsLeftAloneWhileNothingIsWritten)
 TEST_F(PreferenceFileTest, FolderInThePlaceOfTheFileIsKept)
 {
     std::filesystem::create_directories(path + "/inside");
-    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Unreadable);
+    EXPECT_EQ(readUserFile(path).state, UserFile::State::Unreadable);
     EXPECT_FALSE(set("a", "1"));
     EXPECT_EQ(contentsOf(path), "a=1\n");
     EXPECT_TRUE(std::filesystem::is_directory(path + ".damaged/inside"));
@@ -158,7 +161,7 @@ TEST_F(PreferenceFileTest, FileWithoutPermissionToReadIsKept)
     writeInPlace(path, "secret=1\n");
     const AsOrdinaryUser user(folder);
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
-    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Unreadable);
+    EXPECT_EQ(readUserFile(path).state, UserFile::State::Unreadable);
     EXPECT_FALSE(set("a", "1"));
     EXPECT_EQ(contentsOf(path), "a=1\n");
     ASSERT_EQ(chmod((path + ".damaged").c_str(), 0600), 0);
@@ -176,7 +179,7 @@ TEST_F(PreferenceFileTest, LinkThatLeadsToItselfIsKept)
 TEST_F(PreferenceFileTest, FileFarTooLargeIsKeptUnread)
 {
     writeInPlace(path, "a=1\n" + std::string(1024 * 1024, '#'));
-    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Unreadable);
+    EXPECT_EQ(readUserFile(path).state, UserFile::State::Unreadable);
     EXPECT_FALSE(set("b", "2"));
     EXPECT_EQ(contentsOf(path), "b=2\n");
     EXPECT_EQ(std::filesystem::file_size(path + ".damaged"), 1024u * 1024u + 4u);
@@ -186,7 +189,7 @@ TEST_F(PreferenceFileTest, VeryLongLineIsReadLikeAnyOther)
 {
     const std::string longText(100'000, 'x');
     writeInPlace(path, "a=" + longText + "\nb=2\n");
-    EXPECT_EQ(IniDocument(file.read().bytes).values().at("a"), PreferenceValue(longText));
+    EXPECT_EQ(IniDocument(readUserFile(path).bytes).values().at("a"), PreferenceValue(longText));
 }
 
 TEST_F(PreferenceFileTest, TextTooLongForAnyFileIsRefused)
@@ -199,11 +202,11 @@ TEST_F(PreferenceFileTest, TextTooLongForAnyFileIsRefused)
 TEST_F(PreferenceFileTest, DeviceIsNeitherReadNorReplaced)
 {
     std::filesystem::create_symlink("/dev/zero", path);
-    EXPECT_EQ(file.read().state, PreferenceFile::Contents::State::Untouchable);
+    EXPECT_EQ(readUserFile(path).state, UserFile::State::Untouchable);
     const std::string pipe = folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_EQ(PreferenceFile(pipe).read().state, PreferenceFile::Contents::State::Untouchable);
-    EXPECT_TRUE(PreferenceFile(pipe).change({{"a", "1"}}, written));
+    EXPECT_EQ(readUserFile(pipe).state, UserFile::State::Untouchable);
+    EXPECT_TRUE(writePreferences(pipe, {{"a", "1"}}).error);
     EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 }
 
@@ -244,9 +247,9 @@ TEST_F(PreferenceFileTest, FolderWithoutPermissionToWriteIsAnError)
 TEST_F(PreferenceFileTest, FileInThePlaceOfTheFolderIsAnError)
 {
     writeInPlace(folder / "config", "");
-    const PreferenceFile inFile(folder / "config/amperly/amperly.ini");
-    EXPECT_EQ(inFile.read().state, PreferenceFile::Contents::State::Missing);
-    EXPECT_EQ(inFile.change({{"a", "1"}}, written), std::errc::not_a_directory);
+    const std::string inFile = folder / "config/amperly/amperly.ini";
+    EXPECT_EQ(readUserFile(inFile).state, UserFile::State::Missing);
+    EXPECT_EQ(writePreferences(inFile, {{"a", "1"}}).error, std::errc::not_a_directory);
 }
 
 TEST_F(PreferenceFileTest, LockIsHeldByOneAtATime)

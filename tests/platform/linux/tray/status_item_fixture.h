@@ -62,7 +62,7 @@ protected:
             .fallback = &fallback,
             .openMenu = [this](Menu&, std::optional<ScreenPoint> anchor) { menuOpenedAt = anchor; },
             .warn = [this](std::string_view line) { warnings.emplace_back(line); },
-            .currentDesktop = {},
+            .desktop = {},
             .busAddress = daemon.address(),
             .processName =
                 [process](std::uint32_t processId) {

@@ -1,4 +1,4 @@
-// The few things of the Desktop Entry Specification (freedesktop.org) that starting at login needs.
+// How a program stands in the Exec key of a desktop entry (freedesktop.org).
 #pragma once
 
 #include <optional>
@@ -14,10 +14,5 @@ namespace amperly {
 /// The program that an Exec key starts: the reverse of execValue(), without the arguments. Nothing
 /// where the value names no program.
 [[nodiscard]] std::optional<std::string> execProgram(std::string_view value);
-
-/// The value of `key` in the [Desktop Entry] group of a file's contents, without the blanks around
-/// it; nothing where it is missing.
-[[nodiscard]] std::optional<std::string_view> desktopEntryValue(
-    std::string_view contents, std::string_view key);
 
 } // namespace amperly

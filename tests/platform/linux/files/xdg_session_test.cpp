@@ -1,4 +1,4 @@
-#include "platform/linux/files/config_folder.h"
+#include "platform/linux/files/xdg_session.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -52,6 +52,27 @@ TEST(ConfigFolderTest, HomeFolderIsKnownWithoutTheEnvironment)
     const Environment home("HOME", nullptr);
     EXPECT_TRUE(configFolder().starts_with('/'));
     EXPECT_TRUE(configFolder().ends_with("/.config"));
+}
+
+TEST(CurrentDesktopTest, ListIsSplitAtColons)
+{
+    const CurrentDesktop desktop("ubuntu:GNOME");
+    EXPECT_TRUE(desktop.is("ubuntu"));
+    EXPECT_TRUE(desktop.is("GNOME"));
+    EXPECT_FALSE(desktop.is("ubuntu:GNOME"));
+    EXPECT_FALSE(desktop.is("GNOM"));
+    EXPECT_EQ(desktop.names().front(), "ubuntu");
+    EXPECT_EQ(CurrentDesktop("::XFCE:").names(), std::vector<std::string>{"XFCE"});
+}
+
+TEST(CurrentDesktopTest, SessionThatDoesNotSayHasNoNames)
+{
+    for (const char* const silent : {static_cast<const char*>(nullptr), ""}) {
+        const Environment variable("XDG_CURRENT_DESKTOP", silent);
+        EXPECT_TRUE(CurrentDesktop::ofSession().names().empty());
+    }
+    const Environment variable("XDG_CURRENT_DESKTOP", "KDE");
+    EXPECT_TRUE(CurrentDesktop::ofSession().is("KDE"));
 }
 
 } // namespace

@@ -1,7 +1,10 @@
-#include "platform/linux/preferences/ini_text.h"
+#include "platform/linux/files/ini_text.h"
 
 #include "platform/linux/trimmed.h"
 
+#include <unicode/utf8.h>
+
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
@@ -9,70 +12,56 @@ namespace amperly {
 
 namespace {
 
-bool isControl(unsigned char byte)
-{
-    return byte < 0x20 || byte == 0x7F;
-}
+// ICU's macro narrows within itself.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
 
-/// The length of the well-formed UTF-8 sequence at the start of `bytes`, 0 where there is
-/// none. Overlong forms, surrogates and what lies beyond U+10FFFF are not well-formed.
-std::size_t sequenceLength(std::string_view bytes)
+/// The length of the text at the start of `bytes`: UTF-8, with no control character but the tabulator.
+std::size_t plainLength(std::string_view bytes)
 {
-    const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(bytes[index]); };
-    const unsigned char first = byteAt(0);
-    if (first < 0x80)
-        return 1;
     std::size_t length = 0;
-    unsigned char lowest = 0x80; // of the second byte
-    unsigned char highest = 0xBF;
-    if (first >= 0xC2 && first <= 0xDF) {
-        length = 2;
-    } else if (first >= 0xE0 && first <= 0xEF) {
-        length = 3;
-        lowest = first == 0xE0 ? 0xA0 : 0x80;
-        highest = first == 0xED ? 0x9F : 0xBF;
-    } else if (first >= 0xF0 && first <= 0xF4) {
-        length = 4;
-        lowest = first == 0xF0 ? 0x90 : 0x80;
-        highest = first == 0xF4 ? 0x8F : 0xBF;
-    }
-    if (length == 0 || bytes.size() < length || byteAt(1) < lowest || byteAt(1) > highest)
-        return 0;
-    for (std::size_t index = 2; index < length; ++index) {
-        if ((byteAt(index) & 0xC0) != 0x80)
-            return 0;
+    for (std::size_t next = 0; next < bytes.size(); length = next) {
+        UChar32 character = 0; // negative where there is no well-formed sequence
+        U8_NEXT(bytes.data(), next, bytes.size(), character);
+        if ((character < 0x20 && character != '\t') || character == 0x7F)
+            break;
     }
     return length;
 }
 
-std::string hexEscape(unsigned char byte)
+#pragma GCC diagnostic pop
+
+std::string escaped(char character)
 {
     constexpr std::string_view kHexDigits = "0123456789abcdef";
-    return {'\\', 'x', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+    switch (character) {
+    case '"':
+    case '\\':
+        return {'\\', character};
+    case '\n':
+        return "\\n";
+    case '\r':
+        return "\\r";
+    case '\t':
+        return "\\t";
+    default: {
+        const auto byte = static_cast<unsigned char>(character);
+        return {'\\', 'x', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+    }
+    }
 }
 
 std::string quoted(std::string_view text)
 {
     std::string written = "\"";
     while (!text.empty()) {
-        const char character = text.front();
-        std::size_t length = 1;
-        if (character == '"' || character == '\\')
-            (written += '\\') += character;
-        else if (character == '\n')
-            written += "\\n";
-        else if (character == '\r')
-            written += "\\r";
-        else if (character == '\t')
-            written += "\\t";
-        else if (length = sequenceLength(text);
-                 length == 0 || isControl(static_cast<unsigned char>(character))) {
-            length = 1;
-            written += hexEscape(static_cast<unsigned char>(character));
-        } else {
-            written += text.substr(0, length);
-        }
-        text.remove_prefix(length);
+        const std::size_t asItIs = plainLength(text.substr(0, text.find_first_of("\"\\\t")));
+        written += text.substr(0, asItIs);
+        text.remove_prefix(asItIs);
+        if (text.empty())
+            break;
+        written += escaped(text.front());
+        text.remove_prefix(1);
     }
     return written += '"';
 }
@@ -152,13 +141,7 @@ std::optional<std::size_t> quotedLength(std::string_view written)
 
 bool isPlainText(std::string_view bytes)
 {
-    while (!bytes.empty()) {
-        const std::size_t length = sequenceLength(bytes);
-        if (length == 0 || (isControl(static_cast<unsigned char>(bytes.front())) && bytes.front() != '\t'))
-            return false;
-        bytes.remove_prefix(length);
-    }
-    return true;
+    return plainLength(bytes) == bytes.size();
 }
 
 } // namespace amperly

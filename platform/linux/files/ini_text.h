@@ -1,4 +1,4 @@
-// How a text stands in the preferences file. Most texts stand there as they are. One that
+// How a text of ours stands in an INI file. Most texts stand there as they are. One that
 // would not come back, for its blanks at an end, line breaks, quotes or bytes that are no
 // UTF-8, stands in double quotes with backslash escapes.
 #pragma once

@@ -1,4 +1,4 @@
-#include "platform/linux/preferences/ini_document.h"
+#include "platform/linux/files/ini_document.h"
 
 #include <gmock/gmock.h>
 
@@ -161,6 +161,33 @@ TEST(IniDocumentTest, AnyTextUnderAnyKeyComesBack)
             EXPECT_THAT(values, ElementsAre(Pair(key, PreferenceValue(text))));
         }
     }
+}
+
+TEST(IniDocumentTest, DesktopEntryIsReadByItsOwnGroup)
+{
+    const IniDocument entry("# a comment\n[Other]\nHidden=true\n[Desktop Entry]\n#Hidden=true\n"
+                            "Name = Amperly \r\nHidden=false\n[Desktop Action x]\nIcon=y\n");
+    EXPECT_EQ(entry.written("Desktop Entry", "Hidden"), "false");
+    EXPECT_EQ(entry.written("Desktop Entry", "Name"), "Amperly");
+    EXPECT_EQ(entry.written("Desktop Entry", "Icon"), std::nullopt);
+    EXPECT_EQ(IniDocument("").written("Desktop Entry", "Name"), std::nullopt);
+    EXPECT_EQ(IniDocument("[Desktop Entry]\nName=").written("Desktop Entry", "Name"), "");
+    EXPECT_EQ(IniDocument("Name=x").written("Desktop Entry", "Name"), std::nullopt);
+}
+
+TEST(IniDocumentTest, QuotesOfAnotherFormatAreLeftToIt)
+{
+    const IniDocument entry("[Desktop Entry]\nExec=\"/opt/my programs/amperly\"\n");
+    EXPECT_EQ(entry.written("Desktop Entry", "Exec"), "\"/opt/my programs/amperly\"");
+}
+
+TEST(IniDocumentTest, NestedGroupIsASectionOfItsOwn)
+{
+    // As KDE nests them; entries below are not those of the section above.
+    const IniDocument globals("[KDE]\na=1\n[Colors:Header][Inactive]\na=2\n[KDE][x] # c\na=3\n");
+    EXPECT_FALSE(globals.isDamaged());
+    EXPECT_EQ(globals.written("KDE", "a"), "1");
+    EXPECT_EQ(globals.written("KDE][x", "a"), "3");
 }
 
 } // namespace

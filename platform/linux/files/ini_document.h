@@ -1,5 +1,6 @@
-// A preferences file as its lines, every one kept as it was written: comments, order, other
-// programs' sections and the style in which somebody edits survive whatever is changed here.
+// An INI file as its lines, every one kept as it was written: comments, order, other programs'
+// sections and the style in which somebody edits survive whatever is changed here. It reads the
+// preferences, and what the desktop keeps in this form.
 //
 // The preferences are the entries before the first section and those in [General]. Of several
 // with the same key the last one counts. A line that is no text, or neither comment, section
@@ -8,6 +9,7 @@
 
 #include "platform/preference_value.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +26,12 @@ public:
 
     /// The preferences, all as text.
     [[nodiscard]] PreferenceDictionary values() const;
+
+    /// What stands behind `key` in any section, quotes and escapes included, for formats that have
+    /// their own; nothing where the key is missing. Entries before the first section are in the
+    /// section "". What is returned lives as long as this document stays as it is.
+    [[nodiscard]] std::optional<std::string_view> written(
+        std::string_view section, std::string_view key) const;
 
     [[nodiscard]] bool isDamaged() const;
 

@@ -1,6 +1,6 @@
-#include "platform/linux/preferences/ini_document.h"
+#include "platform/linux/files/ini_document.h"
 
-#include "platform/linux/preferences/ini_text.h"
+#include "platform/linux/files/ini_text.h"
 #include "platform/linux/trimmed.h"
 
 #include <algorithm>
@@ -30,7 +30,9 @@ IniDocument::Line::Line(std::string line) : written(std::move(line))
     } else if (isBlankOrComment(text)) {
         kind = Kind::Other;
     } else if (text.front() == '[') {
-        const std::size_t end = text.find(']');
+        std::size_t end = text.find(']');
+        while (end != text.npos && text.substr(end + 1).starts_with('['))
+            end = text.find(']', end + 1);
         const bool isSection = end != text.npos && isBlankOrComment(trimmed(text.substr(end + 1)));
         kind = isSection ? Kind::Section : Kind::Damaged;
         if (isSection)
@@ -102,6 +104,19 @@ PreferenceDictionary IniDocument::values() const
         values.insert_or_assign(line.name, decodeIniText(line.value()));
     });
     return values;
+}
+
+std::optional<std::string_view> IniDocument::written(std::string_view section, std::string_view key) const
+{
+    std::optional<std::string_view> found;
+    std::string_view current;
+    for (const Line& line : m_lines) {
+        if (line.kind == Line::Kind::Section)
+            current = line.name;
+        else if (line.kind == Line::Kind::Entry && current == section && line.name == key)
+            found = line.value();
+    }
+    return found;
 }
 
 bool IniDocument::isDamaged() const

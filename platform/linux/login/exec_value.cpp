@@ -1,6 +1,4 @@
-#include "platform/linux/login/desktop_entry.h"
-
-#include "platform/linux/trimmed.h"
+#include "platform/linux/login/exec_value.h"
 
 namespace amperly {
 
@@ -79,26 +77,6 @@ std::optional<std::string> execProgram(std::string_view value)
     if (program.empty())
         return std::nullopt;
     return program;
-}
-
-std::optional<std::string_view> desktopEntryValue(std::string_view contents, std::string_view key)
-{
-    bool inGroup = false;
-    while (!contents.empty()) {
-        const std::size_t end = contents.find('\n');
-        const std::string_view line = trimmed(contents.substr(0, end));
-        contents = end == std::string_view::npos ? std::string_view() : contents.substr(end + 1);
-
-        if (line.starts_with('[')) {
-            inGroup = line == "[Desktop Entry]";
-            continue;
-        }
-        const std::size_t equals = line.find('=');
-        if (inGroup && !line.starts_with('#') && equals != std::string_view::npos
-            && trimmed(line.substr(0, equals)) == key)
-            return trimmed(line.substr(equals + 1));
-    }
-    return std::nullopt;
 }
 
 } // namespace amperly

@@ -1,4 +1,4 @@
-#include "platform/linux/preferences/ini_text.h"
+#include "platform/linux/files/ini_text.h"
 
 #include <gtest/gtest.h>
 
