@@ -58,7 +58,7 @@ void AppDelegate::applicationDidFinishLaunching()
             (*alive)->togglePanel(click);
     });
     m_platform.statusItem.onPictureWanted(whileAlive(&AppDelegate::redraw));
-    m_defaults.onDidChange(whileAlive(&AppDelegate::settingsChanged));
+    m_settingsSubscription = m_defaults.onDidChange([this] { settingsChanged(); });
     scheduleTimer();
     update();
 }

@@ -114,6 +114,7 @@ private:
     StatusTexts m_statusTexts;
     std::unique_ptr<QWidget> m_settingsWindow;
     std::unique_ptr<RepeatingTimer> m_timer;
+    Subscription m_settingsSubscription;
     std::shared_ptr<AppDelegate*> m_self;
 };
 

@@ -71,7 +71,7 @@ private:
     QWidget* m_noData = nullptr;
     bool m_moves;
     std::unique_ptr<FrameClock::Run> m_run;
-    LiveModel::Subscription m_subscription;
+    Subscription m_subscription;
 };
 
 } // namespace amperly

@@ -16,7 +16,7 @@ void Menu::setTitle(int index, std::string title)
     if (entry.title == title)
         return;
     entry.title = std::move(title);
-    announceChange(index);
+    m_subscribers.announce(index);
 }
 
 void Menu::setVisible(int index, bool visible)
@@ -25,34 +25,7 @@ void Menu::setVisible(int index, bool visible)
     if (entry.visible == visible)
         return;
     entry.visible = visible;
-    announceChange(index);
-}
-
-Menu::Listener Menu::onEntryChanged(EntryChangeHandler handler)
-{
-    // A menu is opened many times in a run; places that were let go serve again.
-    for (std::size_t place = 0; place < m_listeners.size(); ++place) {
-        if (!m_listeners[place]) {
-            m_listeners[place] = std::move(handler);
-            return static_cast<Listener>(place);
-        }
-    }
-    m_listeners.push_back(std::move(handler));
-    return static_cast<Listener>(m_listeners.size() - 1);
-}
-
-void Menu::stopListening(Listener listener)
-{
-    m_listeners[static_cast<std::size_t>(listener)] = nullptr;
-}
-
-void Menu::announceChange(int index)
-{
-    // By place, because a handler may add another one.
-    for (std::size_t place = 0; place < m_listeners.size(); ++place) {
-        if (m_listeners[place])
-            m_listeners[place](index);
-    }
+    m_subscribers.announce(index);
 }
 
 void Menu::announceWillOpen()

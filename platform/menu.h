@@ -2,9 +2,11 @@
 // whatever way its desktop shows menus and follows every change while it is open.
 #pragma once
 
-#include <deque>
+#include "platform/subscription.h"
+
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace amperly {
@@ -27,11 +29,6 @@ struct MenuEntry {
 
 class Menu {
 public:
-    using EntryChangeHandler = std::function<void(int index)>;
-
-    /// Names a handler that onEntryChanged() took.
-    enum class Listener : int {};
-
     /// Adds an entry at the end and returns its index, which stays valid.
     int add(MenuEntry entry);
 
@@ -44,10 +41,10 @@ public:
     /// Calls `handler` with the entry's index after each change of what an entry shows. Everyone
     /// who shows the menu listens for themselves: the desktop may hold an exported copy while
     /// the program shows its own.
-    Listener onEntryChanged(EntryChangeHandler handler);
-
-    /// Lets a handler go. Not to be called from within a handler.
-    void stopListening(Listener listener);
+    [[nodiscard]] Subscription onEntryChanged(std::function<void(int index)> handler)
+    {
+        return m_subscribers.add(std::move(handler));
+    }
 
     /// The platform calls these around showing the menu. About to open, the readings should be
     /// made fresh; the entries may change while the menu is open.
@@ -58,10 +55,8 @@ public:
     std::function<void()> didClose; ///< set by the menu's owner
 
 private:
-    void announceChange(int index);
-
     std::vector<MenuEntry> m_entries;
-    std::deque<EntryChangeHandler> m_listeners; ///< empty where one stopped listening
+    Subscribers<int> m_subscribers;
 };
 
 } // namespace amperly

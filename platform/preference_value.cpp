@@ -1,14 +1,17 @@
 #include "platform/preference_value.h"
 
-#include "platform/decimal_text.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <string_view>
 #include <system_error>
+#if __has_include(<xlocale.h>)
+#include <xlocale.h> // strtod_l() on macOS, for those who have read <cstdlib> before
+#endif
 
 namespace amperly {
 
@@ -64,6 +67,12 @@ std::string_view decimalPrefix(std::string_view text)
     return text.substr(0, end);
 }
 
+double finite(double number)
+{
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    return std::isnan(number) ? 0.0 : std::clamp(number, -kLargest, kLargest);
+}
+
 double realIn(std::string_view text)
 {
     const auto [number, isNegative] = withoutSign(text);
@@ -71,14 +80,10 @@ double realIn(std::string_view text)
     const std::size_t firstDigit = number.starts_with('.') ? 1 : 0;
     if (firstDigit >= number.size() || kDigits.find(number[firstDigit]) == std::string_view::npos)
         return 0.0;
-    const double magnitude = decimalValue(decimalPrefix(number));
-    return isNegative ? -magnitude : magnitude;
-}
-
-double finite(double number)
-{
-    constexpr double kLargest = std::numeric_limits<double>::max();
-    return std::isnan(number) ? 0.0 : std::clamp(number, -kLargest, kLargest);
+    // Not from_chars(), which the C++ library of macOS does not have for these numbers yet.
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    const double magnitude = strtod_l(std::string(decimalPrefix(number)).c_str(), nullptr, plain);
+    return finite(isNegative ? -magnitude : magnitude);
 }
 
 std::int64_t truncated(double number)

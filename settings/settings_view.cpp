@@ -15,7 +15,6 @@
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMessageBox>
-#include <QPointer>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -86,10 +85,7 @@ void SettingsView::followChanges()
             },
             Qt::QueuedConnection);
     });
-    m_store.onDidChange([self = QPointer<SettingsView>(this)] {
-        if (self)
-            self->refreshIfSeen();
-    });
+    m_preferenceSubscription = m_store.onDidChange([this] { refreshIfSeen(); });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive) {
             m_launchAtLogin.readAgain();

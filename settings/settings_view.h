@@ -61,7 +61,8 @@ private:
     LiveModel& m_live;
     PreferenceStore& m_store;
     Desktop& m_desktop;
-    LiveModel::Subscription m_subscription;
+    Subscription m_subscription;
+    Subscription m_preferenceSubscription;
 
     PreferenceBinding<ReadingStyle> m_macStyle;
     PreferenceBinding<ReadingStyle> m_chargerStyle;

@@ -3,39 +3,16 @@
 #pragma once
 
 #include "platform/power_sample.h"
+#include "platform/subscription.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
-#include <vector>
+#include <utility>
 
 namespace amperly {
 
 class LiveModel {
 public:
-    using Handler = std::function<void()>;
-
-    /// Keeps a handler subscribed for as long as it lives; it may outlive the model.
-    class Subscription {
-    public:
-        Subscription() = default;
-        ~Subscription() { cancel(); }
-        Subscription(Subscription&& other) noexcept = default;
-        Subscription& operator=(Subscription&& other) noexcept;
-        Subscription(const Subscription&) = delete;
-        Subscription& operator=(const Subscription&) = delete;
-
-    private:
-        friend class LiveModel;
-        struct Entry {
-            Handler handler;
-        };
-        explicit Subscription(std::shared_ptr<Entry> entry) : m_entry(std::move(entry)) { }
-        void cancel();
-
-        std::shared_ptr<Entry> m_entry;
-    };
-
     LiveModel() = default;
     LiveModel(const LiveModel&) = delete;
     LiveModel& operator=(const LiveModel&) = delete;
@@ -45,16 +22,22 @@ public:
 
     /// Announces the coming change to every subscriber, then stores the value. The same value
     /// again is announced as well, so observers hear of every tick.
-    void setSample(const std::optional<PowerSample>& sample);
+    void setSample(const std::optional<PowerSample>& sample)
+    {
+        m_subscribers.announce();
+        m_sample = sample;
+    }
 
     /// Calls `handler` just before each change; it reads the new value afterwards, when it
-    /// draws. A handler may subscribe and cancel others, and itself, and set a sample.
-    [[nodiscard]] Subscription objectWillChange(Handler handler);
+    /// draws. A handler may set a sample itself.
+    [[nodiscard]] Subscription objectWillChange(std::function<void()> handler)
+    {
+        return m_subscribers.add(std::move(handler));
+    }
 
 private:
     std::optional<PowerSample> m_sample;
-    std::vector<std::weak_ptr<Subscription::Entry>> m_subscribers;
-    int m_announcing = 0; ///< announcements under way, one within the other
+    Subscribers<> m_subscribers;
 };
 
 } // namespace amperly

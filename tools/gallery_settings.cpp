@@ -1,7 +1,7 @@
 #include "tools/gallery_settings.h"
 
+#include "platform/memory_preference_store.h"
 #include "platform/simulated/desktop/fake_login_item.h"
-#include "platform/simulated/desktop/memory_preference_store.h"
 #include "platform/simulated/desktop/recording_desktop.h"
 #include "prefs/pref.h"
 #include "render/status_art.h"

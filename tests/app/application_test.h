@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/app_delegate.h"
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "platform/simulated/desktop/simulated_platform.h"
 #include "prefs/pref.h"
 #include "tests/support/number_environment.h"

@@ -6,19 +6,17 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace amperly {
 
 template <typename Maker>
 class PreferenceStoreContract : public testing::Test {
 protected:
-    PreferenceStoreContract()
-    {
-        store.onDidChange([this] { ++announcements; });
-    }
-
     Maker maker;
     PreferenceStore& store = maker.make();
     int announcements = 0;
+    Subscription subscription = store.onDidChange([this] { ++announcements; });
 };
 
 TYPED_TEST_SUITE_P(PreferenceStoreContract);
@@ -103,7 +101,7 @@ TYPED_TEST_P(PreferenceStoreContract, WhatChangesNothingIsNotAnnounced)
 TYPED_TEST_P(PreferenceStoreContract, ChangedValueCanBeReadByTheListener)
 {
     std::optional<std::string> seen;
-    this->store.onDidChange([&] { seen = this->store.text("clickShows"); });
+    const Subscription follower = this->store.onDidChange([&] { seen = this->store.text("clickShows"); });
     this->store.set("clickShows", std::string("menu"));
     EXPECT_EQ(seen, "menu");
 }
@@ -111,9 +109,10 @@ TYPED_TEST_P(PreferenceStoreContract, ChangedValueCanBeReadByTheListener)
 TYPED_TEST_P(PreferenceStoreContract, ListenerMayAddListenersAndStoreValues)
 {
     int later = 0;
-    this->store.onDidChange([&] {
+    std::vector<Subscription> added;
+    const Subscription adding = this->store.onDidChange([&] {
         if (later == 0)
-            this->store.onDidChange([&] { ++later; });
+            added.push_back(this->store.onDidChange([&] { ++later; }));
         this->store.set("answer", std::string("given"));
     });
     this->store.set("question", std::string("asked"));

@@ -1,4 +1,4 @@
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "tests/platform/preference_store_contract.h"
 
 namespace amperly {

@@ -1,6 +1,6 @@
 #include "prefs/pref.h"
 
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "platform/simulated/desktop/recording_desktop.h"
 
 #include <gmock/gmock.h>

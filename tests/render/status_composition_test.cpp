@@ -1,4 +1,4 @@
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "prefs/pref.h"
 #include "render/status_renderer.h"
 #include "tests/render/status_art_fixture.h"

@@ -1,5 +1,5 @@
 // The image is composed on every tick and drawn on many, so neither may lean on the heap.
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "prefs/pref.h"
 #include "render/status_renderer.h"
 #include "tests/render/status_art_fixture.h"

@@ -1,6 +1,6 @@
 #include "settings/preference_binding.h"
 
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "prefs/pref.h"
 
 #include <gtest/gtest.h>

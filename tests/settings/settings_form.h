@@ -2,8 +2,8 @@
 // test's hands.
 #pragma once
 
+#include "platform/memory_preference_store.h"
 #include "platform/simulated/desktop/fake_login_item.h"
-#include "platform/simulated/desktop/memory_preference_store.h"
 #include "platform/simulated/desktop/recording_desktop.h"
 #include "prefs/pref.h"
 #include "settings/picker.h"

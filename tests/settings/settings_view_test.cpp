@@ -175,7 +175,7 @@ TEST_F(SettingsViewTest, EachLayoutKeepsItsOwnUnit)
 TEST_F(SettingsViewTest, OpeningAndLookingStoresNothing)
 {
     int changes = 0;
-    preferences.onDidChange([&changes] { ++changes; });
+    const Subscription counting = preferences.onDidChange([&changes] { ++changes; });
     open();
     view->hide();
     view->show();
@@ -367,7 +367,7 @@ TEST_F(SettingsViewTest, ResetWithNothingStoredChangesNothing)
 {
     open();
     int changes = 0;
-    preferences.onDidChange([&changes] { ++changes; });
+    const Subscription counting = preferences.onDidChange([&changes] { ++changes; });
     const StatusImage before = preview().image();
     click(button("Reset to Defaults"));
     EXPECT_EQ(changes, 0);

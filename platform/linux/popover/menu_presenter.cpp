@@ -24,18 +24,17 @@ public:
     /// `menu` must outlive the widget. What an entry does is done from the event loop, when the
     /// menu is closed already.
     explicit MenuWidget(Menu& menu);
-    ~MenuWidget() override;
 
 private:
     void refresh(int index);
 
     Menu& m_menu;
-    Menu::Listener m_listener;
     std::vector<QAction*> m_actions; ///< by index of the entry
+    Subscription m_subscription;
 };
 
 MenuWidget::MenuWidget(Menu& menu)
-    : m_menu(menu), m_listener(menu.onEntryChanged([this](int index) { refresh(index); }))
+    : m_menu(menu), m_subscription(menu.onEntryChanged([this](int index) { refresh(index); }))
 {
     for (const MenuEntry& entry : menu.entries()) {
         QAction* const action = entry.separator ? addSeparator() : addAction(titleOf(entry));
@@ -53,11 +52,6 @@ MenuWidget::MenuWidget(Menu& menu)
         }
         m_actions.push_back(action);
     }
-}
-
-MenuWidget::~MenuWidget()
-{
-    m_menu.stopListening(m_listener);
 }
 
 void MenuWidget::refresh(int index)

@@ -7,9 +7,9 @@
 // the registered defaults, and the file is kept under another name before it is written over.
 #pragma once
 
-#include "platform/layered_preference_store.h"
 #include "platform/linux/preferences/file_watch.h"
 #include "platform/linux/preferences/preference_file.h"
+#include "platform/memory_preference_store.h"
 
 #include <QTimer>
 
@@ -19,7 +19,7 @@
 
 namespace amperly {
 
-class IniPreferenceStore final : public LayeredPreferenceStore {
+class IniPreferenceStore final : public MemoryPreferenceStore {
 public:
     /// Given one line of text, for whoever started the program.
     using WarningHandler = std::function<void(std::string)>;

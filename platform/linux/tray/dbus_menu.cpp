@@ -138,14 +138,9 @@ DbusMenu::DbusMenu(
     , m_menu(menu)
     , m_opening(opening)
     , m_leading(std::move(leading))
-    , m_listener(menu.onEntryChanged([this](int) { publishLater(); }))
+    , m_subscription(menu.onEntryChanged([this](int) { publishLater(); }))
 {
     m_slot = m_connection.exportObject(kPath, kInterfaceName, kInterface, *this);
-}
-
-DbusMenu::~DbusMenu()
-{
-    m_menu.stopListening(m_listener);
 }
 
 const MenuEntry* DbusMenu::entry(int identifier) const

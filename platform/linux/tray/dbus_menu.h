@@ -32,7 +32,6 @@ public:
     /// references must outlive this object.
     DbusMenu(
         BusConnection& connection, Menu& menu, MenuOpening& opening, std::vector<MenuEntry> leading = {});
-    ~DbusMenu();
     DbusMenu(const DbusMenu&) = delete;
     DbusMenu& operator=(const DbusMenu&) = delete;
 
@@ -70,7 +69,7 @@ private:
     MenuOpening& m_opening;
     std::vector<MenuEntry> m_leading;
     std::vector<MenuEntry> m_published; ///< the menu's own entries as hosts know them
-    Menu::Listener m_listener;
+    Subscription m_subscription;
     std::uint32_t m_revision = 1;
     bool m_fetched = false; ///< whether anybody asked for the layout yet
     bool m_publishing = false; ///< whether publish() is under way from the event loop

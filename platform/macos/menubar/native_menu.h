@@ -6,7 +6,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include <memory>
+#include <functional>
 
 @class AMPMenuDelegate;
 
@@ -28,10 +28,10 @@ private:
     void refresh(int index);
 
     Menu& m_menu;
-    std::shared_ptr<NativeMenu*> m_self;
     bool m_isOpen = false;
     NSMenu* m_native;
     AMPMenuDelegate* m_delegate;
+    Subscription m_subscription;
 };
 
 } // namespace amperly

@@ -58,7 +58,6 @@ NSMenuItem* makeItem(const MenuEntry& entry, NSInteger index, id target)
 
 NativeMenu::NativeMenu(Menu& menu, std::function<void()> didClose)
     : m_menu(menu)
-    , m_self(std::make_shared<NativeMenu*>(this))
     , m_native([[NSMenu alloc] initWithTitle:@""])
     , m_delegate([AMPMenuDelegate new])
 {
@@ -75,10 +74,7 @@ NativeMenu::NativeMenu(Menu& menu, std::function<void()> didClose)
         const auto activate = m_menu.entries()[static_cast<std::size_t>(index)].activate;
         activate();
     };
-    menu.onEntryChanged([self = std::weak_ptr(m_self)](int index) {
-        if (const auto alive = self.lock())
-            (*alive)->refresh(index);
-    });
+    m_subscription = menu.onEntryChanged([this](int index) { refresh(index); });
     m_native.autoenablesItems = NO;
     m_native.delegate = m_delegate;
     NSInteger index = 0;

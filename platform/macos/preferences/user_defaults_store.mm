@@ -57,28 +57,10 @@ void UserDefaultsStore::registerDefaults(const PreferenceDictionary& defaults)
         follow(key);
 }
 
-std::optional<std::string> UserDefaultsStore::text(std::string_view key) const
+const PreferenceValue* UserDefaultsStore::value(std::string_view key) const
 {
-    const std::optional<PreferenceValue> found = value(key);
-    return found ? std::optional(asText(*found)) : std::nullopt;
-}
-
-std::int64_t UserDefaultsStore::integer(std::string_view key) const
-{
-    const std::optional<PreferenceValue> found = value(key);
-    return found ? asInteger(*found) : 0;
-}
-
-bool UserDefaultsStore::boolean(std::string_view key) const
-{
-    const std::optional<PreferenceValue> found = value(key);
-    return found && asBoolean(*found);
-}
-
-double UserDefaultsStore::real(std::string_view key) const
-{
-    const std::optional<PreferenceValue> found = value(key);
-    return found ? asReal(*found) : 0.0;
+    m_asked = read(key);
+    return m_asked ? &*m_asked : nullptr;
 }
 
 void UserDefaultsStore::set(std::string_view key, const PreferenceValue& value)
@@ -92,12 +74,7 @@ void UserDefaultsStore::remove(std::string_view key)
     [m_defaults removeObjectForKey:nsString(key)];
 }
 
-void UserDefaultsStore::onDidChange(ChangeHandler handler)
-{
-    m_handlers.push_back(std::move(handler));
-}
-
-std::optional<PreferenceValue> UserDefaultsStore::value(std::string_view key) const
+std::optional<PreferenceValue> UserDefaultsStore::read(std::string_view key) const
 {
     return valueOf([m_defaults objectForKey:nsString(key)]);
 }
@@ -106,7 +83,7 @@ void UserDefaultsStore::follow(std::string_view key)
 {
     if (m_announced.contains(key))
         return;
-    m_announced.emplace(key, value(key));
+    m_announced.emplace(key, read(key));
     [m_observer followKey:nsString(key)];
 }
 
@@ -114,16 +91,14 @@ void UserDefaultsStore::announceWhatChanged()
 {
     bool changed = false;
     for (auto& [key, announced] : m_announced) {
-        std::optional<PreferenceValue> current = value(key);
+        std::optional<PreferenceValue> current = read(key);
         if (current == announced)
             continue;
         announced = std::move(current);
         changed = true;
     }
-    if (!changed)
-        return;
-    for (const ChangeHandler& handler : m_handlers)
-        handler();
+    if (changed)
+        announceChange();
 }
 
 } // namespace amperly

@@ -49,7 +49,7 @@ protected:
     {
         store = std::make_unique<IniPreferenceStore>(
             path, [this](const std::string& line) { warnings.push_back(line); });
-        store->onDidChange([this] { ++announcements; });
+        subscription = store->onDidChange([this] { ++announcements; });
         return *store;
     }
 
@@ -84,6 +84,7 @@ protected:
     std::string path = folder / "amperly/amperly.ini";
     std::unique_ptr<IniPreferenceStore> store;
     std::vector<std::string> warnings;
+    Subscription subscription;
     int announcements = 0;
     int edits = 0;
 };
@@ -223,7 +224,7 @@ TEST_F(IniPreferenceStoreTest, OldFileMovedAwayBeforeTheNewOneIsWrittenShowsNoDe
 {
     startWith("decimals=2\n");
     std::vector<std::int64_t> seen;
-    store->onDidChange([&] { seen.push_back(store->integer("decimals")); });
+    const Subscription follower = store->onDidChange([&] { seen.push_back(store->integer("decimals")); });
     std::filesystem::rename(path, path + "~");
     QCoreApplication::processEvents();
     writeInPlace(path, "decimals=3\n");

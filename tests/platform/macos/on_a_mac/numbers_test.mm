@@ -1,4 +1,4 @@
-#include "platform/decimal_text.h"
+#include "platform/preference_value.h"
 #include "render/decimal_formatter.h"
 #include "render/locale_decimals.h"
 #include "render/number_locale.h"
@@ -43,8 +43,8 @@ TEST(NumbersOnAMacTest, TheUsersOwnAreWrittenSomehow)
 
 TEST(NumbersOnAMacTest, PlainOnesAreReadInAnyLocale)
 {
-    EXPECT_EQ(decimalValue("2.5"), 2.5);
-    EXPECT_EQ(decimalValue("1e999"), std::numeric_limits<double>::max());
+    EXPECT_EQ(asReal(PreferenceValue("2.5")), 2.5);
+    EXPECT_EQ(asReal(PreferenceValue("1e999")), std::numeric_limits<double>::max());
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "platform/macos/fonts/system_font.h"
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 #include "prefs/pref.h"
 #include "render/status_art.h"
 #include "render/status_image.h"

@@ -16,7 +16,7 @@ protected:
     {
         [defaults removePersistentDomainForName:kSuite];
         store = std::make_unique<UserDefaultsStore>(defaults);
-        store->onDidChange([this] { ++announcements; });
+        subscription = store->onDidChange([this] { ++announcements; });
     }
 
     ~UserDefaultsOnAMacTest() override
@@ -27,6 +27,7 @@ protected:
 
     NSUserDefaults* defaults;
     std::unique_ptr<UserDefaultsStore> store;
+    Subscription subscription;
     int announcements = 0;
 };
 

@@ -19,7 +19,7 @@ protected:
     UserDefaultsStoreTest()
     {
         store.emplace(NSUserDefaults.standardUserDefaults);
-        store->onDidChange([this] { ++announcements; });
+        subscription = store->onDidChange([this] { ++announcements; });
     }
 
     void TearDown() override
@@ -29,6 +29,7 @@ protected:
     }
 
     std::optional<UserDefaultsStore> store;
+    Subscription subscription;
     int announcements = 0;
 };
 

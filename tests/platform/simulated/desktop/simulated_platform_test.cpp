@@ -1,6 +1,6 @@
 #include "platform/simulated/desktop/simulated_platform.h"
 
-#include "platform/simulated/desktop/memory_preference_store.h"
+#include "platform/memory_preference_store.h"
 
 #include <QCoreApplication>
 #include <QEvent>
