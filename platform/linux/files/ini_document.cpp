@@ -146,7 +146,7 @@ void IniDocument::set(std::string_view key, std::string_view text)
     }
     const bool hasCarriageReturns = !m_lines.empty() && m_lines.front().written.ends_with('\r');
     std::string written = encodeIniKey(key) + '=' + encodeIniValue(text) + (hasCarriageReturns ? "\r" : "");
-    const auto position = m_lines.begin() + static_cast<Lines::difference_type>(placeForNewPreference());
+    const auto position = m_lines.begin() + static_cast<Lines::difference_type>(positionForNewPreference());
     m_lines.insert(position, Line(std::move(written)));
     terminateLastLine();
 }
@@ -166,7 +166,7 @@ void IniDocument::remove(std::string_view key)
 
 /// Behind the last preference there is; else under our section; else before the first foreign
 /// section and the comment that belongs to it.
-std::size_t IniDocument::placeForNewPreference() const
+std::size_t IniDocument::positionForNewPreference() const
 {
     std::optional<std::size_t> last;
     forEachPreference([&](std::size_t index) { last = index; });

@@ -65,7 +65,7 @@ private:
     template <typename Visitor>
     void forEachPreference(Visitor visit) const;
 
-    [[nodiscard]] std::size_t placeForNewPreference() const;
+    [[nodiscard]] std::size_t positionForNewPreference() const;
     void terminateLastLine() { m_endsWithLineFeed = !m_lines.empty(); }
 
     std::string m_byteOrderMark;

@@ -39,9 +39,9 @@ FileWatch::FileWatch(std::string path, std::function<void()> onChange)
 {
     if (m_descriptor < 0)
         return;
-    arm();
+    watch();
     m_notifier.setSocket(m_descriptor);
-    QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readNews(); });
+    QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { readEvents(); });
     m_notifier.setEnabled(true);
 }
 
@@ -55,32 +55,32 @@ FileWatch::~FileWatch()
 /// Watches for the file and, where it is a link, for every place that it leads through. The
 /// kernel gives a folder that it already watches the same number again, so nothing that happens
 /// meanwhile is lost.
-void FileWatch::arm()
+void FileWatch::watch()
 {
     constexpr int kMostLinks = 40; // the kernel's own limit
-    std::vector<Place> places;
+    std::vector<WatchedPath> watched;
     std::filesystem::path place = m_path;
     for (int count = 0; count < kMostLinks; ++count) {
-        watchFor(place, places);
+        watchFor(place, watched);
         std::error_code error;
         const std::filesystem::path next = std::filesystem::read_symlink(place, error);
         if (error)
             break;
         place = place.parent_path() / next;
     }
-    const auto isWatched = [](const std::vector<Place>& in, int folder) {
+    const auto isWatched = [](const std::vector<WatchedPath>& in, int folder) {
         return std::any_of(
-            in.begin(), in.end(), [&](const Place& candidate) { return candidate.folder == folder; });
+            in.begin(), in.end(), [&](const WatchedPath& candidate) { return candidate.folder == folder; });
     };
-    for (const Place& old : m_places) {
-        if (!isWatched(places, old.folder))
+    for (const WatchedPath& old : m_watched) {
+        if (!isWatched(watched, old.folder))
             inotify_rm_watch(m_descriptor, old.folder); // fails for a folder that is gone
     }
-    m_places = std::move(places);
+    m_watched = std::move(watched);
 }
 
 /// Watches the folder of `path` or, as long as it is missing, the nearest one above it.
-void FileWatch::watchFor(const std::string& path, std::vector<Place>& places) const
+void FileWatch::watchFor(const std::string& path, std::vector<WatchedPath>& watched) const
 {
     constexpr int kMostLooks = 64; // far more steps up, or folders made meanwhile, than there ever are
     std::filesystem::path awaited = path;
@@ -90,7 +90,7 @@ void FileWatch::watchFor(const std::string& path, std::vector<Place>& places) co
         const std::uint32_t mask = kFolderItself | (isFile ? kAnyChange : kArrival);
         const int number = inotify_add_watch(m_descriptor, folder.c_str(), mask);
         if (number >= 0) {
-            places.push_back({.folder = number, .path = awaited, .isFile = isFile});
+            watched.push_back({.folder = number, .path = awaited, .isFile = isFile});
             if (isFile || !isFolder(awaited))
                 return;
             // The folder came between the look at it and the watch above it.
@@ -105,32 +105,32 @@ void FileWatch::watchFor(const std::string& path, std::vector<Place>& places) co
     }
 }
 
-void FileWatch::readNews()
+void FileWatch::readEvents()
 {
     alignas(inotify_event) std::array<char, 4096> buffer;
-    bool isNews = false;
+    bool hasChanged = false;
     for (ssize_t length = 0; (length = read(m_descriptor, buffer.data(), buffer.size())) > 0;) {
         const auto end = static_cast<std::size_t>(length);
         for (std::size_t offset = 0; offset < end;) {
             inotify_event event{};
             std::memcpy(&event, buffer.data() + offset, sizeof event);
             const char* const name = event.len > 0 ? buffer.data() + offset + sizeof event : "";
-            isNews = isNews || concernsUs(event.wd, event.mask, name);
+            hasChanged = hasChanged || isAboutUs(event.wd, event.mask, name);
             offset += sizeof event + event.len;
         }
     }
-    if (!isNews)
+    if (!hasChanged)
         return;
-    arm(); // the file may be a link now, or its folder another one
+    watch(); // the file may be a link now, or its folder another one
     m_onChange();
 }
 
-bool FileWatch::concernsUs(int folder, std::uint32_t mask, const char* name) const
+bool FileWatch::isAboutUs(int folder, std::uint32_t mask, const char* name) const
 {
     if ((mask & IN_Q_OVERFLOW) != 0)
         return true;
     const bool isFolderItself = (mask & (IN_DELETE_SELF | IN_MOVE_SELF)) != 0;
-    return std::any_of(m_places.begin(), m_places.end(), [&](const Place& place) {
+    return std::any_of(m_watched.begin(), m_watched.end(), [&](const WatchedPath& place) {
         if (place.folder != folder)
             return false;
         if (isFolderItself)

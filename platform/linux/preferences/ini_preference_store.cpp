@@ -14,7 +14,7 @@ namespace {
 /// An editor that moves the old file away before it writes the new one is done by then.
 constexpr std::chrono::milliseconds kReplacementTime{250};
 
-/// `value` as it stands in the file: for the eyes of somebody who edits it.
+/// `value` as it is written to the file: the way somebody who edits it would write it.
 std::string fileText(const PreferenceValue& value)
 {
     if (const bool* const boolean = std::get_if<bool>(&value))
@@ -68,12 +68,12 @@ void IniPreferenceStore::change(std::string_view key, std::optional<std::string>
     const bool isChange = assign(key, text ? std::optional<PreferenceValue>(*text) : std::nullopt);
     if (isChange)
         m_unwritten.insert_or_assign(std::string(key), std::move(text));
-    bool isNews = false;
+    bool othersChangedIt = false;
     if (QAbstractEventDispatcher::instance() == nullptr)
-        isNews = writeUnwritten(); // there is no next turn
+        othersChangedIt = writeUnwritten(); // there is no next turn
     else if (!m_unwritten.empty())
         m_writing.start();
-    if (isChange || isNews)
+    if (isChange || othersChangedIt)
         announceChange();
 }
 

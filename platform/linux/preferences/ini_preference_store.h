@@ -41,7 +41,7 @@ public:
 private:
     void change(std::string_view key, std::optional<std::string> text);
 
-    /// Tells whether the file held news.
+    /// Returns whether others had changed the file meanwhile.
     bool writeUnwritten();
     void warn(const std::string& line) const;
 

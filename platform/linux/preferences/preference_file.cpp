@@ -1,11 +1,14 @@
 #include "platform/linux/preferences/preference_file.h"
 
 #include "platform/linux/files/user_file.h"
-#include "platform/linux/preferences/file_lock.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 
 namespace amperly {
 
@@ -41,14 +44,63 @@ std::string behindLinks(const std::string& path)
     return path;
 }
 
+/// An advisory lock between the processes that write one file. It lies on a file of its own
+/// beside that one, because the other is replaced by each write, and stays there: who removed
+/// it could take it from under the next.
+class FileLock {
+public:
+    FileLock(const std::string& path, std::chrono::milliseconds longestWait);
+    ~FileLock()
+    {
+        if (m_descriptor >= 0)
+            close(m_descriptor); // which gives the lock back
+    }
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    /// Why the lock could not be taken; no error where it is held, or where the file system
+    /// knows no locks.
+    [[nodiscard]] std::error_code error() const { return m_error; }
+
+private:
+    int m_descriptor;
+    std::error_code m_error;
+};
+
+FileLock::FileLock(const std::string& path, std::chrono::milliseconds longestWait)
+    : m_descriptor(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600))
+{
+    if (m_descriptor < 0) {
+        m_error = {errno, std::generic_category()};
+        return;
+    }
+    const auto deadline = std::chrono::steady_clock::now() + longestWait;
+    while (flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+        const int reason = errno;
+        if (reason == EINTR)
+            continue;
+        const bool isTaken = reason == EWOULDBLOCK;
+        if (isTaken && std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            continue;
+        }
+        // Any other refusal comes from a file system without locks, where writing unlocked is
+        // the best that can be done.
+        if (isTaken)
+            m_error = std::make_error_code(std::errc::timed_out);
+        return;
+    }
+}
+
 } // namespace
 
-WrittenPreferences writePreferences(const std::string& path, const PreferenceChanges& changes)
+WrittenPreferences writePreferences(
+    const std::string& path, const PreferenceChanges& changes, std::chrono::milliseconds longestWait)
 {
     const std::string target = behindLinks(path);
     if (const std::error_code error = makeFolder(std::filesystem::path(target).parent_path()))
         return {.error = error};
-    const FileLock lock(target + ".lock");
+    const FileLock lock(target + ".lock", longestWait);
     if (lock.error())
         return {.error = lock.error()};
 

@@ -5,6 +5,7 @@
 
 #include "platform/linux/files/ini_document.h"
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -23,7 +24,9 @@ struct WrittenPreferences {
 };
 
 /// Applies `changes` to the file at `path` as it is now. Neither the file nor its folder has to
-/// exist.
-[[nodiscard]] WrittenPreferences writePreferences(const std::string& path, const PreferenceChanges& changes);
+/// exist. Who writes it holds a lock on path.lock for milliseconds, on a disk that is very busy for
+/// seconds; one that holds it for longer than `longestWait` has been stopped, and is not waited for.
+[[nodiscard]] WrittenPreferences writePreferences(const std::string& path, const PreferenceChanges& changes,
+    std::chrono::milliseconds longestWait = std::chrono::seconds(5));
 
 } // namespace amperly

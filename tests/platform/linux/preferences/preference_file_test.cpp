@@ -1,15 +1,16 @@
 #include "platform/linux/preferences/preference_file.h"
 
 #include "platform/linux/files/user_file.h"
-#include "platform/linux/preferences/file_lock.h"
 #include "tests/support/as_ordinary_user.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace amperly {
 namespace {
@@ -252,17 +253,17 @@ TEST_F(PreferenceFileTest, FileInThePlaceOfTheFolderIsAnError)
     EXPECT_EQ(writePreferences(inFile, {{"a", "1"}}).error, std::errc::not_a_directory);
 }
 
-TEST_F(PreferenceFileTest, LockIsHeldByOneAtATime)
+TEST_F(PreferenceFileTest, OnlyOneWritesAtATime)
 {
-    const std::string lockPath = folder / "lock";
-    {
-        const FileLock first(lockPath);
-        EXPECT_FALSE(first.error());
-        const FileLock second(lockPath, std::chrono::milliseconds(0));
-        EXPECT_EQ(second.error(), std::errc::timed_out);
-    }
-    const FileLock third(lockPath, std::chrono::milliseconds(0));
-    EXPECT_FALSE(third.error());
+    const std::string lockPath = path + ".lock";
+    const int other = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    const PreferenceChanges changes{{"a", "1"}};
+    EXPECT_EQ(writePreferences(path, changes, std::chrono::milliseconds(0)).error, std::errc::timed_out);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    close(other);
+    EXPECT_FALSE(writePreferences(path, changes, std::chrono::milliseconds(0)).error);
+    EXPECT_EQ(contentsOf(path), "a=1\n");
 }
 
 TEST_F(PreferenceFileTest, NothingIsWrittenThroughALinkInThePlaceOfTheLock)
