@@ -29,7 +29,7 @@ constexpr int roundedUpToEven(int count)
     return count + count % 2;
 }
 
-constexpr std::size_t kChannels = 4;
+constexpr std::size_t kColorChannels = 4;
 
 /// Four channels at once, which every processor of interest adds and multiplies in one go.
 using Channels [[gnu::vector_size(16)]] = float;
@@ -101,11 +101,11 @@ void GlowField::begin(const GlowGrid& grid, double scale, std::size_t tubes)
     const std::size_t cells = m_region.columns * m_region.rows;
     const std::size_t nodes = index(grid.canvasColumns) * index(grid.canvasRows);
     m_opacities.resize(tubes * cells);
-    m_cells.resize(tubes * cells * kChannels);
-    m_refinedDown.resize(m_region.columns * kChannels);
+    m_cells.resize(tubes * cells * kColorChannels);
+    m_refinedDown.resize(m_region.columns * kColorChannels);
     m_refinedLeft.resize(m_refinedDown.size());
     m_refinedRight.resize(m_refinedDown.size());
-    m_nodes.resize(tubes * nodes * kChannels + index(kRowSlack));
+    m_nodes.resize(tubes * nodes * kColorChannels + index(kRowSlack));
 }
 
 void GlowField::add(const TubeLayout& layout, const TubeMotion& motion, const Color& color, double width)
@@ -224,8 +224,8 @@ void GlowField::composeCells()
             sum += channelsOf(m_colors[tube]) * (opacity * uncovered);
             uncovered *= 1.0F - opacity;
             const ChannelCodes codes = __builtin_convertvector(sum + 0.5F, ChannelCodes);
-            std::uint16_t* const target = m_cells.data() + (tube * cells + cell) * kChannels;
-            for (std::size_t channel = 0; channel < kChannels; ++channel)
+            std::uint16_t* const target = m_cells.data() + (tube * cells + cell) * kColorChannels;
+            for (std::size_t channel = 0; channel < kColorChannels; ++channel)
                 target[channel] = static_cast<std::uint16_t>(codes[channel]);
         }
     }
@@ -238,18 +238,18 @@ void GlowField::refineCells()
     std::int16_t* target = m_nodes.data();
     for (std::size_t sum = 0; sum < m_tubes; ++sum) {
         const std::uint16_t* const cells = m_cells.data() + sum * row * m_region.rows;
-        for (int node = 0; node < m_grid.canvasRows; ++node, target += columns * kChannels) {
+        for (int node = 0; node < m_grid.canvasRows; ++node, target += columns * kColorChannels) {
             // The region begins one cell before the canvas's first node, which is the first of its cell.
             const std::uint16_t* const near = cells + index(node / 2 + 1) * row;
             const std::uint16_t* const far = node % 2 == 0 ? near - row : near + row;
             threeToOne(m_refinedDown.data(), near, far, row);
-            const std::uint16_t* const inner = m_refinedDown.data() + kChannels;
-            threeToOne(m_refinedLeft.data(), inner, inner - kChannels, row - 2 * kChannels);
-            threeToOne(m_refinedRight.data(), inner, inner + kChannels, row - 2 * kChannels);
+            const std::uint16_t* const inner = m_refinedDown.data() + kColorChannels;
+            threeToOne(m_refinedLeft.data(), inner, inner - kColorChannels, row - 2 * kColorChannels);
+            threeToOne(m_refinedRight.data(), inner, inner + kColorChannels, row - 2 * kColorChannels);
             for (std::size_t column = 0; column < columns; ++column) {
                 const auto& half = column % 2 == 0 ? m_refinedLeft : m_refinedRight;
-                std::memcpy(target + column * kChannels, half.data() + column / 2 * kChannels,
-                    kChannels * sizeof(*target));
+                std::memcpy(target + column * kColorChannels, half.data() + column / 2 * kColorChannels,
+                    kColorChannels * sizeof(*target));
             }
         }
     }
@@ -258,7 +258,7 @@ void GlowField::refineCells()
 const std::int16_t* GlowField::nodes(std::size_t first, int row) const
 {
     return m_nodes.data()
-        + (first * index(m_grid.canvasRows) + index(row)) * index(m_grid.canvasColumns) * kChannels;
+        + (first * index(m_grid.canvasRows) + index(row)) * index(m_grid.canvasColumns) * kColorChannels;
 }
 
 } // namespace amperly::glass

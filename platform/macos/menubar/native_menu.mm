@@ -57,9 +57,7 @@ NSMenuItem* makeItem(const MenuEntry& entry, NSInteger index, id target)
 } // namespace
 
 NativeMenu::NativeMenu(Menu& menu, std::function<void()> didClose)
-    : m_menu(menu)
-    , m_native([[NSMenu alloc] initWithTitle:@""])
-    , m_delegate([AMPMenuDelegate new])
+    : m_menu(menu), m_native([[NSMenu alloc] initWithTitle:@""]), m_delegate([AMPMenuDelegate new])
 {
     m_delegate->_willOpen = [this] {
         m_isOpen = true;
