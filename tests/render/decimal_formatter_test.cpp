@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace amperly {
@@ -41,7 +42,8 @@ TEST(DecimalFormatterTest, GermanHasPointsAndAComma)
 
 TEST(DecimalFormatterTest, SwissGermanHasApostrophesAndAPoint)
 {
-    EXPECT_EQ(tenths("de_CH", 1234.5), "1\u2019234.5");
+    // Typographic or plain: the locale's data changed its mind between versions.
+    EXPECT_THAT(tenths("de_CH", 1234.5), testing::AnyOf("1\u2019234.5", "1'234.5"));
 }
 
 TEST(DecimalFormatterTest, FrenchHasNarrowSpacesAndAComma)
