@@ -14,14 +14,16 @@ class PortalSetting {
 public:
     /// Asks and follows on `connection`, which must outlive this object, as the texts must.
     PortalSetting(BusConnection& connection, const char* group, const char* key)
-        : m_connection(connection), m_group(group), m_key(key)
+        : m_connection(connection)
+        , m_group(group)
+        , m_key(key)
+        , m_match(connection.match<&PortalSetting::changed>({.sender = kPortalName,
+                                                                .interface = kInterface,
+                                                                .member = "SettingChanged",
+                                                                .firstArgument = group,
+                                                                .secondArgument = key},
+              *this))
     {
-        m_match = m_connection.match<&PortalSetting::changed>({.sender = kPortalName,
-                                                                  .interface = kInterface,
-                                                                  .member = "SettingChanged",
-                                                                  .firstArgument = m_group,
-                                                                  .secondArgument = m_key},
-            *this);
         refresh();
     }
     PortalSetting(const PortalSetting&) = delete;
